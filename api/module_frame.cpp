@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#include "api/module_frame.h"
+
+#include "api/module_object.h"
+#include "api/velquin_app.h"
+#include "engine/telescope.h"
+
+namespace {
+
+// In this order: the engine is there before the application object and goes after it.
+CModuleObject<CTelescope> engineObject;
+CModuleObject<CVelquinApp> appObject;
+
+}  // namespace
+
+CTelescope& TheTelescope() {
+  return engineObject.Get();
+}
+
+bool ModuleAttached() {
+  CVelquinApp& app = appObject.Get();
+  app.SetCurrentHandles();
+  return app.InitInstance() != FALSE;
+}
+
+void ModuleDetaching(bool processEnds) {
+  if (processEnds && engineObject.Get().HasWorker()) {
+    engineObject.Abandon();
+    appObject.Abandon();
+    return;
+  }
+  appObject.Get().ExitInstance();
+}

@@ -1,0 +1,235 @@
+/* SPDX-License-Identifier: MIT */
+/* The driver's whole surface: 27 plain functions that drive one equatorial mount.
+ *
+ * Rules for all of them
+ *  - Link against the import library, or load velquin.dll and use the function types (...Fn) below.
+ *  - The first argument is a window handle of the host (an HWND, or null). Only TelescopeStart and
+ *    TelescopeCheck use it, as the owner of the hand-controller window; it stays the host's.
+ *  - Results are 1 for done or true, 0 for failure or false, where nothing else is said.
+ *  - Angles are degrees in double precision, right ascension too (0 to 360, not hours). A position
+ *    is two doubles: [0] right ascension, [1] declination, in the controller's own frame; the
+ *    driver converts no epoch.
+ *  - Texts are zero-terminated, in the system's narrow code page, and copied before the call
+ *    returns. Null counts as an empty text.
+ *  - "Queues" means: the call stores its arguments, puts the request in the worker's queue and
+ *    returns 1 at once. The worker sends it within one cycle (100 ms, 50 ms after the first hand
+ *    move) when it is idle, and after the requests before it when it is not. Whether the controller
+ *    accepts it shows only in later status. Requests queued while no session runs are kept and
+ *    performed by the next session's first cycle.
+ *  - Any thread may call any function at any time. Nothing is thrown.
+ *
+ * Calling order: the TelescopeSet... texts, optionally TelescopeCheck, TelescopeStart,
+ * TelescopeBaseSetting, then queries and commands in any mix, and TelescopeEnd exactly once for
+ * each successful TelescopeStart. What the last session knew (position, target, flags) is still
+ * there at the next start.
+ *
+ * Unloading the library while a session runs is safe: the worker keeps it loaded, and the session
+ * goes on until the process ends or the host loads the library again and calls TelescopeEnd.
+ */
+#ifndef VELQUIN_API_TELESCOPE_API_H
+#define VELQUIN_API_TELESCOPE_API_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#include "../util/site_records.h"
+
+/* The library itself lists its exports in velquin.def. */
+#if defined(_WIN32) && !defined(VELQUIN_BUILDING_LIBRARY)
+#define VELQUIN_API __declspec(dllimport)
+#else
+#define VELQUIN_API
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** A window handle of the host (an HWND); may be null. */
+typedef void* TelescopeWindow;
+
+/* --- Texts and settings; any time, usually before TelescopeStart ----------------------------- */
+
+/** Stores the display name. From the next TelescopeStart on it is the title of every message box,
+ *  unless it is empty. @return 1. */
+VELQUIN_API int32_t TelescopeSetName(TelescopeWindow window, const char* name);
+typedef int32_t (*TelescopeSetNameFn)(TelescopeWindow, const char*);
+
+/** Stores the vendor text. @return 1. */
+VELQUIN_API int32_t TelescopeSetVendor(TelescopeWindow window, const char* vendor);
+typedef int32_t (*TelescopeSetVendorFn)(TelescopeWindow, const char*);
+
+/** Stores where the meridian overrides are read from at each TelescopeStart: the keys
+ *  "_OverrideMeridianStopPoint" (0.0 when missing) and "_OverrideMeridianGoto" (3.0 when missing).
+ *  @param iniFile full path of an INI file; a bare name is looked up in the Windows folder
+ *  @param section its section @return 1. */
+VELQUIN_API int32_t TelescopeSetIni(TelescopeWindow window, const char* iniFile,
+                                    const char* section);
+typedef int32_t (*TelescopeSetIniFn)(TelescopeWindow, const char*, const char*);
+
+/** Stores the folder of the time-out journal, which TelescopeEnd writes. It is put in front of the
+ *  file name as it stands, so it must end with a separator; empty means the current folder.
+ *  @return 1. */
+VELQUIN_API int32_t TelescopeSetLogPath(TelescopeWindow window, const char* path);
+typedef int32_t (*TelescopeSetLogPathFn)(TelescopeWindow, const char*);
+
+/** Stores the first part of the journal's file name,
+ *  PREFIX_timeouterr_korvelwireless_YYYYMMDD_HHMMSS.txt. @return 1. */
+VELQUIN_API int32_t TelescopeSetLogPrefix(TelescopeWindow window, const char* prefix);
+typedef int32_t (*TelescopeSetLogPrefixFn)(TelescopeWindow, const char*);
+
+/* --- Connection ------------------------------------------------------------------------------ */
+
+/** Asks a controller for its version without starting anything. Blocks for the exchanges, at most
+ *  0.5 s each when the controller is silent, plus the look-up of a host name; shows no message.
+ *  While a session runs (or is being started or ended) the link is left alone: the answer comes
+ *  from the running session's version text, whatever the address, and the owner window stays.
+ *  @param address dotted IPv4 address or host name; the port is always 60023
+ *  @param unused ignored
+ *  @param version receives the version, cut to versionSize - 1 characters; untouched on failure;
+ *         may be null
+ *  @param versionSize size of version in bytes
+ *  @param extra its first byte becomes 0 on success; may be null
+ *  @param extraSize ignored
+ *  @return 1 when the controller answered with a version that is not empty, else 0. */
+VELQUIN_API int32_t TelescopeCheck(TelescopeWindow window, const char* address, void* unused,
+                                   char* version, size_t versionSize, char* extra,
+                                   size_t extraSize);
+typedef int32_t (*TelescopeCheckFn)(TelescopeWindow, const char*, void*, char*, size_t, char*,
+                                    size_t);
+
+/** Connects to a controller and starts the worker. Blocks for the exchanges, at most 0.5 s for each
+ *  that stays unanswered; on failure a message box tells the user before the call returns.
+ *  While a session runs it returns 0 at once and leaves that session, its owner window and its
+ *  address untouched; there is never a second worker.
+ *  @param address dotted IPv4 address or host name; the port is always 60023
+ *  @param unused, unusedNumber ignored
+ *  @return 1 when the session runs, else 0. */
+VELQUIN_API int32_t TelescopeStart(TelescopeWindow window, const char* address, void* unused,
+                                   int32_t unusedNumber);
+typedef int32_t (*TelescopeStartFn)(TelescopeWindow, const char*, void*, int32_t);
+
+/** Ends the session: writes the time-out journal, closes the hand-controller window, lets the
+ *  worker finish the requests before the close and waits for it without a time limit (a message
+ *  box that the worker shows must be answered first). Harmless without a session.
+ *  @return 1. */
+VELQUIN_API int32_t TelescopeEnd(TelescopeWindow window);
+typedef int32_t (*TelescopeEndFn)(TelescopeWindow);
+
+/** Hands over site and clock; queues sending them. The controller is re-initialised when its clock
+ *  differs from the host's by a minute or more, and unparked when it stands ready.
+ *  @param time, location read before the call returns; null leaves everything as it is
+ *  @return 1. */
+VELQUIN_API int32_t TelescopeBaseSetting(TelescopeWindow window, const SiteTime* time,
+                                         const SiteLocation* location);
+typedef int32_t (*TelescopeBaseSettingFn)(TelescopeWindow, const SiteTime*, const SiteLocation*);
+
+/* --- State; answered from the last status poll, nothing is sent ------------------------------- */
+
+/** Copies the last position read from the mount.
+ *  @param radec receives two doubles in every case: -1, -1 before the first poll, later the last
+ *         good position
+ *  @return 0 when more than 10 polls in a row have failed or no position has been read, else 1. */
+VELQUIN_API int32_t TelescopeGetPos(TelescopeWindow window, double* radec);
+typedef int32_t (*TelescopeGetPosFn)(TelescopeWindow, double*);
+
+/** @return 1 while the mount is not ready to observe (parked, or in a mode that is not ready; also
+ *  before the first poll), else 0. */
+VELQUIN_API int32_t TelescopeGetParking(TelescopeWindow window);
+typedef int32_t (*TelescopeGetParkingFn)(TelescopeWindow);
+
+/** @return the pier side from the mount's axis angle: 0 for 90 degrees or less, 1 above, -1 before
+ *  the first poll. */
+VELQUIN_API int32_t TelescopeGetEastWest(TelescopeWindow window);
+typedef int32_t (*TelescopeGetEastWestFn)(TelescopeWindow);
+
+/** @return 1. */
+VELQUIN_API int32_t TelescopeGetStatus(TelescopeWindow window);
+typedef int32_t (*TelescopeGetStatusFn)(TelescopeWindow);
+
+/** @return 9, the highest speed step of TelescopeSlew. */
+VELQUIN_API int32_t TelescopeGetSlewSpeedMax(TelescopeWindow window);
+typedef int32_t (*TelescopeGetSlewSpeedMaxFn)(TelescopeWindow);
+
+/* --- Motion ----------------------------------------------------------------------------------- */
+
+/** Stores a target for a later TelescopeLook or TelescopeSync with null; queues nothing.
+ *  @param radec degrees; null is ignored @return 1. */
+VELQUIN_API int32_t TelescopeSetPos(TelescopeWindow window, const double* radec);
+typedef int32_t (*TelescopeSetPosFn)(TelescopeWindow, const double*);
+
+/** Goes to a position; queues. A target below the horizon is reported by a message box, as is a
+ *  call with null when no target was ever stored.
+ *  @param radec degrees; null goes to the stored target @return 1. */
+VELQUIN_API int32_t TelescopeLook(TelescopeWindow window, const double* radec);
+typedef int32_t (*TelescopeLookFn)(TelescopeWindow, const double*);
+
+/** Tells the mount that it points at a position; queues.
+ *  @param radec degrees; null takes the stored target, and does nothing when there is none
+ *  @return 1. */
+VELQUIN_API int32_t TelescopeSync(TelescopeWindow window, const double* radec);
+typedef int32_t (*TelescopeSyncFn)(TelescopeWindow, const double*);
+
+/** Empties the queue and queues a stop, so that it overtakes all that still waits. A request that
+ *  is being performed is finished first. @return 1. */
+VELQUIN_API int32_t TelescopeStop(TelescopeWindow window);
+typedef int32_t (*TelescopeStopFn)(TelescopeWindow);
+
+/** Moves by hand; queues. Call it again every 100 ms or so while the button is held: each move
+ * lasts one second at the most, and the mount stops by itself when it is not renewed.
+ *  @param direction 1 north, 2 south, 3 east, 4 west; any other moves nothing
+ *  @param push non-zero while held, 0 at the release (which sends nothing)
+ *  @param speed step 0 to 9; the rate is 25 per step plus 0.5, at most 200
+ *  @return 1. */
+VELQUIN_API int32_t TelescopeSlew(TelescopeWindow window, int32_t direction, int32_t push,
+                                  int32_t speed);
+typedef int32_t (*TelescopeSlewFn)(TelescopeWindow, int32_t, int32_t, int32_t);
+
+/** Sends guide pulses; queues. One after the other north, south, east, west, each followed by a
+ *  pause of 50 ms; a length that is not positive is left out. No status is read meanwhile.
+ *  @param northMs, southMs, eastMs, westMs lengths in milliseconds
+ *  @param rateA rate of the east and west pulses @param rateB rate of north and south
+ *  @return 1. */
+VELQUIN_API int32_t TelescopeSlewPulseDuration(TelescopeWindow window, int32_t northMs,
+                                               int32_t southMs, int32_t eastMs, int32_t westMs,
+                                               double rateA, double rateB);
+typedef int32_t (*TelescopeSlewPulseDurationFn)(TelescopeWindow, int32_t, int32_t, int32_t, int32_t,
+                                                double, double);
+
+/** Sets the guide speeds; queues. @return 1. */
+VELQUIN_API int32_t TelescopeSetGuideSpeed(TelescopeWindow window, double rateA, double rateB);
+typedef int32_t (*TelescopeSetGuideSpeedFn)(TelescopeWindow, double, double);
+
+/** Goes to the home position; queues. @return 1. */
+VELQUIN_API int32_t TelescopeHome(TelescopeWindow window);
+typedef int32_t (*TelescopeHomeFn)(TelescopeWindow);
+
+/** Parks where the last status said the park position is; queues. @return 1. */
+VELQUIN_API int32_t TelescopePark(TelescopeWindow window);
+typedef int32_t (*TelescopeParkFn)(TelescopeWindow);
+
+/** Resumes tracking where the mount points; queues. @return 1. */
+VELQUIN_API int32_t TelescopeUnPark(TelescopeWindow window);
+typedef int32_t (*TelescopeUnParkFn)(TelescopeWindow);
+
+/** Drops the controller's alignment; queues. @return 1. */
+VELQUIN_API int32_t TelescopeAlignReset(TelescopeWindow window);
+typedef int32_t (*TelescopeAlignResetFn)(TelescopeWindow);
+
+/** Stores a pier side; nothing is sent, and the next TelescopeGetEastWest replaces it. @return 1.
+ */
+VELQUIN_API int32_t TelescopeSetEastWest(TelescopeWindow window, int32_t side);
+typedef int32_t (*TelescopeSetEastWestFn)(TelescopeWindow, int32_t);
+
+/* --- Window ----------------------------------------------------------------------------------- */
+
+/** Shows the hand-controller window (a window that is open is replaced) or closes it.
+ *  Call it on a thread that runs a message loop. @param show non-zero shows @return 1. */
+VELQUIN_API int32_t TelescopeDialog(TelescopeWindow window, int32_t show);
+typedef int32_t (*TelescopeDialogFn)(TelescopeWindow, int32_t);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// The engine's view of the hand-controller window. The engine knows no dialog: ui/ implements this,
+// and api/ plugs the factory in.
+#pragma once
+
+#include "framework/base/cstring.h"
+#include "framework/base/types.h"
+
+class CTelescope;
+
+/// A window that is open as long as the object lives. Owned by the engine. Made and destroyed on
+/// the thread that runs its messages.
+class IControllerWindow {
+ public:
+  virtual ~IControllerWindow() = default;
+};
+
+/// Opens the window. @param engine outlives the window @param owner the host's window; may be null
+/// @return the window, owned by the caller; null when it cannot be opened.
+using ControllerWindowFactory = IControllerWindow* (*)(CTelescope& engine, const CString& vendor,
+                                                       const CString& name, HWND owner);

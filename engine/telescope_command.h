@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+// The vocabulary of the engine's queue.
+#pragma once
+
+#include <cstdint>
+
+/// 8 and 10 are not used; a code that is none of these is dropped.
+enum TelescopeCommand : int32_t {
+  kCommandNone = 0,  ///< the queue was empty
+  kCommandSiteAndClock = 1,
+  kCommandGoto = 2,
+  kCommandSync = 3,
+  kCommandHandMove = 4,
+  kCommandGuideSpeed = 5,
+  kCommandGuidePulses = 6,
+  kCommandStop = 7,
+  kCommandHome = 9,
+  kCommandClose = 11,
+  kCommandAlignReset = 12,
+  kCommandPark = 13,
+  kCommandUnPark = 14,
+};
+
+/// Directions of hand moves and guide pulses.
+enum TelescopeDirection : int32_t {
+  kDirectionNorth = 1,
+  kDirectionSouth = 2,
+  kDirectionEast = 3,
+  kDirectionWest = 4,
+};

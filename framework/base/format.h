@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+// printf-style formatting whose numbers do not depend on the process's locale: the host may have
+// chosen one with a decimal comma, and the controller would misread every number.
+#pragma once
+
+#include <cstdarg>
+
+class CString;
+
+/// Appends the formatted text. See CString::Format for the conversions.
+void AppendFormatted(CString& target, const char* format, va_list arguments);

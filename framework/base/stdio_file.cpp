@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include "framework/base/stdio_file.h"
+
+BOOL CStdioFile::Open(LPCSTR path, UINT flags) {
+  Close();
+  // "t" and "b" are spelled out: the host may have changed the runtime's default mode.
+#ifdef _WIN32
+  m_stream = std::fopen(path, (flags & typeText) != 0 ? "wt" : "wb");
+#else
+  (void)flags;
+  m_stream = std::fopen(path, "w");
+#endif
+  return m_stream != nullptr;
+}
+
+void CStdioFile::WriteString(LPCSTR text) {
+  std::fputs(text, m_stream);
+}
+
+void CStdioFile::Close() {
+  if (m_stream == nullptr) return;
+  std::fclose(m_stream);
+  m_stream = nullptr;
+}

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "framework/base/string_manager.h"
+
+#include <atomic>
+#include <climits>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+constexpr int kNilOwners = INT_MAX / 2;  // so many that no release is ever the last
+
+struct NilString {
+  CStringData header;
+  char text[8];
+};
+
+class HeapStringManager final : public IAtlStringMgr {
+ public:
+  constexpr HeapStringManager() : nil_{{this, 0, 0, kNilOwners}, {}} {}
+
+  CStringData* Allocate(int nAllocLength, int nCharSize) override {
+    auto* data = static_cast<CStringData*>(std::malloc(Size(nAllocLength, nCharSize)));
+    if (data == nullptr) return nullptr;
+    *data = {this, 0, nAllocLength, 1};
+    return data;
+  }
+
+  void Free(CStringData* pData) override { std::free(pData); }
+
+  CStringData* Reallocate(CStringData* pData, int nAllocLength, int nCharSize) override {
+    auto* data = static_cast<CStringData*>(std::realloc(pData, Size(nAllocLength, nCharSize)));
+    if (data != nullptr) data->nAllocLength = nAllocLength;
+    return data;
+  }
+
+  CStringData* GetNilString() override { return &nil_.header; }
+
+  IAtlStringMgr* Clone() override { return this; }
+
+ private:
+  static size_t Size(int length, int charSize) {
+    return sizeof(CStringData) + (static_cast<size_t>(length) + 1) * static_cast<size_t>(charSize);
+  }
+
+  NilString nil_;
+};
+
+// Constant-initialised, so that it exists before the first static object with a string in it, and
+// trivially destroyed, so that it outlives the last.
+constinit HeapStringManager manager;
+
+}  // namespace
+
+IAtlStringMgr* AfxGetStringManager() {
+  return &manager;
+}
+
+void CStringData::AddRef() {
+  if (nRefs == kNilOwners) return;
+  std::atomic_ref<int32_t>(nRefs).fetch_add(1, std::memory_order_relaxed);
+}
+
+void CStringData::Release() {
+  if (nRefs == kNilOwners) return;
+  const std::atomic_ref<int32_t> owners(nRefs);
+  // The only owner needs no locked instruction: nobody else can become one.
+  if (owners.load(std::memory_order_acquire) == 1 ||
+      owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+    pStringMgr->Free(this);
+  }
+}

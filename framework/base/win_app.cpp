@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "framework/base/win_app.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include "framework/base/cstring.h"
+#include "framework/base/message_box.h"
+#include "framework/base/module_state.h"
+#include "platform/sockets.h"
+#include "platform/user_notice.h"
+
+namespace {
+
+constexpr UINT kAppTitleId = 57344;
+constexpr UINT kIconBits = 0xF0;
+
+}  // namespace
+
+CWinApp::CWinApp(LPCSTR appName) {
+  if (appName != nullptr) SetAppName(appName);
+  AfxGetModuleState()->m_pCurrentWinApp = this;
+}
+
+CWinApp::~CWinApp() {
+  AFX_MODULE_STATE* state = AfxGetModuleState();
+  if (state->m_pCurrentWinApp == this) state->m_pCurrentWinApp = nullptr;
+  std::free(const_cast<char*>(m_pszAppName));
+}
+
+BOOL CWinApp::InitInstance() {
+  return TRUE;
+}
+
+int CWinApp::ExitInstance() {
+  if (m_socketsStarted) platform::StopSockets();
+  m_socketsStarted = false;
+  return 0;
+}
+
+int CWinApp::DoMessageBox(LPCSTR prompt, UINT type, UINT) {
+  // A box that asks for no icon gets the exclamation mark.
+  const UINT shown = (type & kIconBits) == 0 ? type | MB_ICONEXCLAMATION : type;
+  return platform::ShowMessageBox(prompt, m_pszAppName == nullptr ? "" : m_pszAppName, shown);
+}
+
+void CWinApp::SetCurrentHandles() {
+  CString title;
+  if (m_pszAppName == nullptr && title.LoadString(kAppTitleId)) SetAppName(title);
+}
+
+void CWinApp::SetAppName(LPCSTR appName) {
+  const size_t size = std::strlen(appName) + 1;
+  auto* copy = static_cast<char*>(std::malloc(size));
+  if (copy == nullptr) return;
+  std::memcpy(copy, appName, size);
+  std::free(const_cast<char*>(m_pszAppName));
+  m_pszAppName = copy;
+}
+
+CWinApp* AfxGetApp() {
+  return AfxGetModuleState()->m_pCurrentWinApp;
+}
+
+BOOL AfxSocketInit() {
+  constexpr uint16_t kVersion22 = 0x0202;
+  platform::SocketStartupData data = {};
+  if (platform::StartSockets(kVersion22, data) != 0) return FALSE;
+  if (CWinApp* app = AfxGetApp(); app != nullptr) app->m_socketsStarted = true;
+  return TRUE;
+}

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+// CWinApp: the application object of the library. Differs from the documented class: only start,
+// end, name and message boxes; it is no thread object. One static object per module.
+#pragma once
+
+#include "framework/base/types.h"
+
+class CWinApp {
+ public:
+  /// Registers the object with the module state. @param appName copied; null for the name of the
+  /// string table (57344).
+  explicit CWinApp(LPCSTR appName = nullptr);
+  virtual ~CWinApp();
+  CWinApp(const CWinApp&) = delete;
+  CWinApp& operator=(const CWinApp&) = delete;
+
+  /// Work at load. @return FALSE makes loading the library fail.
+  virtual BOOL InitInstance();
+  /// Work at unload; gives the sockets back. @return the exit code, 0.
+  virtual int ExitInstance();
+  /// Shows every message box of the module. Any thread; blocks it until the answer.
+  /// @param type the documented style bits @param helpId unused
+  /// @return the number of the pressed button.
+  virtual int DoMessageBox(LPCSTR prompt, UINT type, UINT helpId);
+
+  /// Takes the name from the string table when the constructor was given none.
+  void SetCurrentHandles();
+  /// Replaces the name with a copy.
+  void SetAppName(LPCSTR appName);
+
+  LPCSTR m_pszAppName = nullptr;  ///< title of message boxes; owned, from the C heap
+
+ private:
+  friend BOOL AfxSocketInit();
+  bool m_socketsStarted = false;
+};
+
+/// The application object of the current module state; null while there is none.
+CWinApp* AfxGetApp();
+
+/// Starts the system's sockets for the module, until ExitInstance. @return FALSE on failure.
+BOOL AfxSocketInit();

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// TimeOutErrorW: one failed or slow exchange, a line of the time-out journal. Plain data.
+#pragma once
+
+#include <cstdint>
+
+#include "framework/base/array.h"
+#include "framework/base/cstring.h"
+
+struct TimeOutErrorW {
+  CString strCommand;  ///< the command as the caller gave it, without the line end
+  int32_t nClock = 0;  ///< milliseconds since the host process started, when the exchange began
+  CString strError;    ///< the reason
+};
+
+using TimeOutErrorList = CArray<TimeOutErrorW, TimeOutErrorW&>;

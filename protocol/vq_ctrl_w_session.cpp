@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// Opening and closing a session, the version, and the exchange that all operations share.
+#include "log/device_log.h"
+#include "net/time_out_journal.h"
+#include "protocol/reply.h"
+#include "protocol/vq_ctrl_w.h"
+#include "util/string_sep.h"
+
+namespace {
+
+constexpr int kReplyTimeOutMs = 500;
+
+}  // namespace
+
+CVQCtrlW::CVQCtrlW() : logger(logging::orlin::OpenDeviceLog()) {}
+
+CVQCtrlW::~CVQCtrlW() {
+  Close();
+}
+
+int CVQCtrlW::Open(const char* newHost, int32_t newPort, int32_t newOpenArg) {
+  host = newHost;
+  port = newPort;
+  openArg = newOpenArg;
+  Log("Open:");
+  // A link that is still connected refuses both, and the probe runs on the old connection.
+  link.SetTimeOut(kReplyTimeOutMs);
+  link.Open(host, CUdpLink::kDefaultPort);
+  if (link.CheckUnit() == 0) return 0;
+  CString reply = link.Query("$SYVER?");
+  // The controller has answered once; that it lost this query does not undo the session.
+  if (reply.IsEmpty()) return 1;
+  version = reply;
+  reply = link.Query("$MTMDL?");
+  return reply.IsEmpty() ? 0 : ReadModel(reply);
+}
+
+void CVQCtrlW::Close() {
+  Log("Close");
+  link.Close();
+}
+
+int CVQCtrlW::GetVersion(CString& versionText, CString& reply) {
+  if (Exchange("$SYVER?", "$SYVER=", reply) == 0) return 0;
+  versionText = ReplyValue(reply);
+  return 1;
+}
+
+void CVQCtrlW::WriteTimeOutErrors(const char* logFolder, const char* logPrefix) {
+  WriteTimeOutJournal(link.GetTimeOutErrors(), logFolder, logPrefix);
+}
+
+int CVQCtrlW::Exchange(const CString& command, const char* prefix, CString& reply) {
+  reply = link.Query(command);
+  return reply.Left(kReplyPrefixLength).CompareNoCase(prefix) == 0 ? 1 : 0;
+}
+
+int CVQCtrlW::ReadModel(const CString& reply) {
+  CStringSep fields;
+  fields.Set(ReplyValue(reply), ",", 0);
+  if (fields.GetCount() != 3) return 0;
+  modelA = fields.atoi(0, 0);
+  modelB = fields.atof(1, 0.0);
+  modelC = fields.atof(2, 0.0);
+  return 1;
+}
+
+void CVQCtrlW::Log(const char* event) {
+  if (logger) logger->Log("INFO", logging::orlin::Logger::MakeMessage(event));
+}

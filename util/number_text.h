@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+// Text to numbers as the runtime library's atof and atol do it, but with "." as decimal point
+// whatever locale the host has chosen. Pure functions: any thread.
+#pragma once
+
+#include <cstdint>
+
+/// Takes leading white space, a sign and as many characters as make a number.
+/// @return the number; 0.0 when there is none, infinity or 0.0 beyond the range of a double.
+double TextToDouble(const char* text);
+
+/// Takes leading white space, a sign and decimal digits up to the first other character.
+/// @return the number, held within the 32-bit range; 0 when there is none.
+int32_t TextToInt(const char* text);

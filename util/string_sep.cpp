@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "util/string_sep.h"
+
+#include "util/number_text.h"
+
+namespace {
+
+bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+CString TrimmedPiece(const char* first, const char* last) {
+  while (first < last && IsSpace(*first)) ++first;
+  while (last > first && IsSpace(last[-1])) --last;
+  return CString(first, static_cast<int>(last - first));
+}
+
+}  // namespace
+
+CStringSep::CStringSep() = default;
+
+CStringSep::~CStringSep() = default;
+
+void CStringSep::Set(CString line, CString separator, uint32_t /*flags*/) {
+  fields.RemoveAll();
+  if (line.IsEmpty()) return;
+  if (separator.IsEmpty()) separator = ",";
+  int start = 0;
+  while (start < line.GetLength()) {
+    const int found = line.Find(separator, start);
+    const int end = found < 0 ? line.GetLength() : found;
+    fields.Add(TrimmedPiece(line.GetString() + start, line.GetString() + end));
+    // One character is skipped, whatever the separator's length.
+    start = end + 1;
+  }
+}
+
+int64_t CStringSep::GetCount() {
+  return fields.GetSize();
+}
+
+CString CStringSep::GetParam(int32_t index) {
+  return Has(index) ? fields[index] : CString();
+}
+
+int32_t CStringSep::Same(int32_t index, CString other) {
+  return Has(index) && fields[index].CompareNoCase(other) == 0 ? 1 : 0;
+}
+
+double CStringSep::atof(int32_t index, double fallback) {
+  return Has(index) ? TextToDouble(fields[index]) : fallback;
+}
+
+int32_t CStringSep::atoi(int32_t index, int32_t fallback) {
+  return Has(index) ? TextToInt(fields[index]) : fallback;
+}
+
+int32_t CStringSep::atox(int32_t index, int32_t fallback) {
+  return Has(index) ? TextToInt(fields[index]) : fallback;
+}
