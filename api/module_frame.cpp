@@ -24,7 +24,7 @@ bool ModuleAttached() {
 }
 
 void ModuleDetaching(bool processEnds) {
-  if (processEnds && engineObject.Get().HasWorker()) {
+  if (processEnds && !engineObject.Get().IsIdle()) {
     engineObject.Abandon();
     appObject.Abandon();
     return;

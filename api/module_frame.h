@@ -11,5 +11,5 @@ CTelescope& TheTelescope();
 bool ModuleAttached();
 
 /// At unload, before the static objects are destroyed. @param processEnds every other thread has
-/// been stopped already; with a session still running everything is then left to the system.
+/// been stopped already; if one of them was at work here, everything is left to the system.
 void ModuleDetaching(bool processEnds);

@@ -16,7 +16,10 @@
  *    move) when it is idle, and after the requests before it when it is not. Whether the controller
  *    accepts it shows only in later status. Requests queued while no session runs are kept and
  *    performed by the next session's first cycle.
- *  - Any thread may call any function at any time. Nothing is thrown.
+ *  - Any thread may call any function at any time, within these bounds: TelescopeDialog belongs on
+ *    the thread that runs the window's messages, and so does TelescopeEnd while the window is open;
+ *    none may be called from DllMain; TelescopeStart, TelescopeCheck and TelescopeEnd wait for each
+ *    other, also while TelescopeStart shows its message box. Nothing is thrown.
  *
  * Calling order: the TelescopeSet... texts, optionally TelescopeCheck, TelescopeStart,
  * TelescopeBaseSetting, then queries and commands in any mix, and TelescopeEnd exactly once for
@@ -24,7 +27,8 @@
  * there at the next start.
  *
  * Unloading the library while a session runs is safe: the worker keeps it loaded, and the session
- * goes on until the process ends or the host loads the library again and calls TelescopeEnd.
+ * goes on until the process ends or the host loads the library again and calls TelescopeEnd. A
+ * process that ends with a session running writes no journal.
  */
 #ifndef VELQUIN_API_TELESCOPE_API_H
 #define VELQUIN_API_TELESCOPE_API_H
@@ -99,7 +103,8 @@ typedef int32_t (*TelescopeCheckFn)(TelescopeWindow, const char*, void*, char*, 
                                     size_t);
 
 /** Connects to a controller and starts the worker. Blocks for the exchanges, at most 0.5 s for each
- *  that stays unanswered; on failure a message box tells the user before the call returns.
+ *  that stays unanswered. When the controller does not answer, a message box tells the user before
+ *  the call returns; a system that has no thread to give shows only in the result.
  *  While a session runs it returns 0 at once and leaves that session, its owner window and its
  *  address untouched; there is never a second worker.
  *  @param address dotted IPv4 address or host name; the port is always 60023

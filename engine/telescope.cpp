@@ -6,7 +6,10 @@ CTelescope::CTelescope() {
   CTelescope::OnReset();
 }
 
-CTelescope::~CTelescope() = default;
+CTelescope::~CTelescope() {
+  // First of all: a window that goes reads the engine once more.
+  controllerDialog.reset();
+}
 
 void CTelescope::OnReset() {
   const CSingleLock guard(lock);

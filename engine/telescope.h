@@ -8,7 +8,8 @@
 //
 // One object for the life of the library. Any thread may call the public operations. The link to
 // the controller is used by the worker alone while it runs; before and after by Start and Check,
-// one at a time (sessionLock). No lock is held during an exchange but that one.
+// one at a time (sessionLock). No lock is held during an exchange but that one. The journal of
+// failed exchanges is written while the worker still runs; its list has a lock of its own.
 #pragma once
 
 #include <atomic>
@@ -44,8 +45,8 @@ class CTelescope : public CThreadCtrl {
             char* extra);
   /// Writes the time-out journal, queues the close and waits for the worker. @return 1.
   int End();
-  /// @return true while a worker runs, or has run and was not waited for.
-  bool HasWorker() const { return thread != nullptr; }
+  /// @return false while a worker runs or a host's thread is inside of Start, Check or End.
+  bool IsIdle() const { return thread == nullptr && hostCalls == 0; }
 
   // --- Requests (any thread; all return 1 at once)
   // ------------------------------------------------
@@ -130,7 +131,7 @@ class CTelescope : public CThreadCtrl {
   void Perform(int32_t code);
 
   bool BeginSession();
-  void EndSession();
+  void MarkSession(bool active);
   bool InSession();
   void UndoStart();
   int Probe(char* version, size_t versionSize, char* extra);
@@ -207,4 +208,5 @@ class CTelescope : public CThreadCtrl {
   ControllerWindowFactory windowFactory = nullptr;
   bool sessionActive GUARDED_BY(lock) = false;  // from the begin of Start to the end of End
   CCriticalSection sessionLock;                 // one of Start, Check and End at a time
+  std::atomic<int32_t> hostCalls = 0;           // threads inside of Start, Check or End
 };

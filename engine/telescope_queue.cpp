@@ -15,7 +15,11 @@ int CTelescope::OnProcess() {
       device.Close();
       return 0;
     }
-    Perform(code);
+    try {
+      Perform(code);
+    } catch (...) {
+      // No memory. The request is lost, as one that the controller did not answer.
+    }
   }
   const CSingleLock guard(lock);
   busy = 0;
@@ -26,7 +30,13 @@ int CTelescope::OnPoll() {
   double radec[2] = {};
   int32_t state = 0;
   int32_t ready = 0;
-  if (device.ReadStatus(radec, &state, &ready) == 0) {
+  int success = 0;
+  try {
+    success = device.ReadStatus(radec, &state, &ready);
+  } catch (...) {
+    // No memory: a poll that failed.
+  }
+  if (success == 0) {
     ++PollFailCount;
     return 1;
   }

@@ -4,13 +4,24 @@
 #include <cstring>
 
 #include "engine/telescope.h"
-#include "framework/base/exceptions.h"
 #include "framework/base/message_box.h"
 #include "framework/base/wait_cursor.h"
 #include "framework/base/win_app.h"
 #include "res/string_ids.h"
 
 namespace {
+
+// Counts a host's thread that is inside of Start, Check or End.
+class CHostCall {
+ public:
+  explicit CHostCall(std::atomic<int32_t>& count) : m_count(count) { ++m_count; }
+  ~CHostCall() { --m_count; }
+  CHostCall(const CHostCall&) = delete;
+  CHostCall& operator=(const CHostCall&) = delete;
+
+ private:
+  std::atomic<int32_t>& m_count;
+};
 
 // Kept by the session and never used: the controller listens on a port of its own.
 constexpr int32_t kOpenPort = 80;
@@ -19,21 +30,31 @@ constexpr int32_t kOpenArg = 0;
 }  // namespace
 
 int CTelescope::Start(HWND ownerWindow, const char* newAddress) {
+  const CHostCall call(hostCalls);
   if (!BeginSession()) return 0;
-  // A probe that runs on another thread finishes first.
+  // A probe or an end that runs on another thread finishes first.
   const CSingleLock oneAtATime(sessionLock);
-  AttachOwner(ownerWindow);
-  address = newAddress;
-  const int result = StartThread();
+  if (thread != nullptr) return 0;
+  MarkSession(true);
+  int result = 0;
+  try {
+    AttachOwner(ownerWindow);
+    address = newAddress;
+    result = StartThread();
+  } catch (...) {
+    // No memory: nothing was started, and the next attempt must find it so.
+    result = 0;
+  }
   if (thread == nullptr) {
     UndoStart();
-    EndSession();
+    MarkSession(false);
   }
   return result;
 }
 
 int CTelescope::Check(HWND ownerWindow, const char* newAddress, char* version, size_t versionSize,
                       char* extra) {
+  const CHostCall call(hostCalls);
   if (InSession()) return AnswerCheck(version, versionSize, extra);
   const CSingleLock oneAtATime(sessionLock);
   // A session may have begun while this call waited.
@@ -44,10 +65,11 @@ int CTelescope::Check(HWND ownerWindow, const char* newAddress, char* version, s
 }
 
 int CTelescope::End() {
+  const CHostCall call(hostCalls);
   const CSingleLock oneAtATime(sessionLock);
   DetachOwner();
   EndThread();
-  EndSession();
+  MarkSession(false);
   return 1;
 }
 
@@ -63,8 +85,10 @@ int CTelescope::OnStart() {
       connected = 1;
       return 1;
     }
-    device.Close();
   }
+  // Also when the link opened and nobody answered: it would stay bound to that address, and a host
+  // that corrects the address could never connect.
+  device.Close();
   AfxMessageBox(kTextNoResponse);
   return 0;
 }
@@ -73,8 +97,8 @@ int CTelescope::OnEnd() {
   WriteJournal();
   const CSingleLock guard(lock);
   if (connected) {
-    connected = 0;
     Enqueue(kCommandClose);
+    connected = 0;
   }
   ShowController(false);
   return 1;
@@ -87,9 +111,9 @@ bool CTelescope::BeginSession() {
   return true;
 }
 
-void CTelescope::EndSession() {
+void CTelescope::MarkSession(bool active) {
   const CSingleLock guard(lock);
-  sessionActive = false;
+  sessionActive = active;
 }
 
 bool CTelescope::InSession() {
@@ -108,8 +132,7 @@ void CTelescope::UndoStart() {
 }
 
 int CTelescope::Probe(char* version, size_t versionSize, char* extra) {
-  if (device.Open(address, kOpenPort, kOpenArg) == 0) return 0;
-  const int answered = Handshake();
+  const int answered = device.Open(address, kOpenPort, kOpenArg) != 0 && Handshake() != 0;
   device.Close();
   return answered == 0 ? 0 : AnswerCheck(version, versionSize, extra);
 }
@@ -136,11 +159,11 @@ int CTelescope::Handshake() {
 }
 
 void CTelescope::WriteJournal() {
-  const CString folder = Copy(&CTelescope::logPath);
-  const CString prefix = Copy(&CTelescope::logPrefix);
   try {
+    const CString folder = Copy(&CTelescope::logPath);
+    const CString prefix = Copy(&CTelescope::logPrefix);
     device.WriteTimeOutErrors(folder, prefix);
-  } catch (const CAtlException&) {
-    // A journal that cannot be named must not keep the session from ending.
+  } catch (...) {
+    // No local time to name it by, or no memory: neither may keep the session from ending.
   }
 }

@@ -103,6 +103,13 @@ uint16_t CUdpLink::GetLocalPort() const {
   return connected ? localPort : 65535;
 }
 
+void CUdpLink::CopyTimeOutErrors(TimeOutErrorList& list) {
+  const CSingleLock guard(errorsLock);
+  for (ptrdiff_t index = 0; index < TimeOutErrors.GetSize(); ++index) {
+    list.Add(TimeOutErrors[index]);
+  }
+}
+
 CString CUdpLink::CommandKey(const char* line) {
   if (*line != '$') return "";
   const char* end = line + 1;
@@ -166,11 +173,15 @@ CString CUdpLink::TakeLine(const char* lineEnd) {
 
 void CUdpLink::Record(const CString& command, int32_t startMs, const CString& reason) {
   TimeOutErrorW error{command, startMs, reason};
+  const CSingleLock guard(errorsLock);
   TimeOutErrors.Add(error);
 }
 
 void CUdpLink::RecordWhenSlow(const CString& command, int32_t startMs) {
-  const double elapsedSeconds = (platform::ProcessClockMs() - startMs) / 1000.0;
+  // Unsigned, since the clock of a process that has run for 25 days wraps.
+  const auto elapsedMs =
+      static_cast<uint32_t>(platform::ProcessClockMs()) - static_cast<uint32_t>(startMs);
+  const double elapsedSeconds = static_cast<int32_t>(elapsedMs) / 1000.0;
   if (!(elapsedSeconds > 0.5)) return;
   // Readers of the journal know this number as it is: the seconds plus a thousand, not
   // milliseconds.

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 // CUdpLink: one UDP conversation with one controller, a command line out, a reply line in.
-// Owned by CVQCtrlW. Not locked: one caller at a time. Failures come back as an empty reply and
-// are kept in TimeOutErrors.
+// Owned by CVQCtrlW. Exchanges are not locked: one caller at a time. Failures come back as an empty
+// reply and are kept in TimeOutErrors; that list alone may be copied by another thread meanwhile,
+// since the host writes the journal while the worker still polls.
 #pragma once
 
 #include <cstdint>
 
+#include "framework/base/critical_section.h"
 #include "framework/base/cstring.h"
 #include "net/time_out_error.h"
 #include "platform/sockets.h"
@@ -35,7 +37,8 @@ class CUdpLink {
   void Close();
 
   /// One exchange: sends the command with a line end and waits for a datagram.
-  /// Bytes that stay unread (a second line, a line without end) answer the next exchange. The
+  /// Bytes that stay unread (a second line, a line without end) stand before the datagram of the
+  /// next exchange and so answer it first. The
   /// sender of a datagram is not looked at. An empty datagram or a receive error closes the link.
   /// @param command without line end
   /// @return the first line received, without line end; empty on failure.
@@ -47,7 +50,10 @@ class CUdpLink {
   /// @return the local port, or 65535 while not connected.
   uint16_t GetLocalPort() const;
 
-  /// Every failed or slow exchange since construction, oldest first. Never emptied.
+  /// Copies every failed or slow exchange since construction, oldest first; none is ever removed.
+  /// @param list gets them behind what it holds. Any thread.
+  void CopyTimeOutErrors(TimeOutErrorList& list);
+  /// The same list itself, for the thread that makes the exchanges.
   const TimeOutErrorList& GetTimeOutErrors() const { return TimeOutErrors; }
 
  private:
@@ -72,5 +78,6 @@ class CUdpLink {
   char* receiveBuffer = nullptr;  // from malloc; a NUL follows the bytes held; null while closed
   int32_t bytesHeld = 0;
   int32_t bufferCapacity = 0;
-  TimeOutErrorList TimeOutErrors;
+  CCriticalSection errorsLock;  // held for no longer than a copy takes
+  TimeOutErrorList TimeOutErrors GUARDED_BY(errorsLock);
 };

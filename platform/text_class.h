@@ -9,4 +9,11 @@ namespace platform {
 ///        which are no character of any code page
 bool IsMultibyteAlnum(int code);
 
+/// Compares without regard to case, character by character of the process's multibyte code page.
+/// @return negative, 0 or positive.
+int CompareTextNoCase(const char* first, const char* second);
+
+/// @return the first occurrence that begins with a whole character, or null.
+const char* FindText(const char* text, const char* part);
+
 }  // namespace platform

@@ -31,7 +31,10 @@ void SleepMs(int durationMs);
 /// One pointer per thread, null at first. Cheaper than the compiler's thread_local here, which
 /// goes through a table lookup under a lock.
 struct ThreadSlot;
+/// @return a slot, or null when the system has none left.
 ThreadSlot* CreateThreadSlot();
+/// @param slot no longer used by any thread; may be null
+void DestroyThreadSlot(ThreadSlot* slot);
 void* GetThreadSlot(const ThreadSlot* slot);
 void SetThreadSlot(ThreadSlot* slot, void* value);
 

@@ -2,7 +2,8 @@
 // CVQCtrlW: the session with one mount controller. It turns every mount operation into one command
 // line, checks and reads the reply, and keeps what the last status said.
 // Owned by the engine for the life of the library. One thread at a time: the engine's worker, or
-// the host's thread while no worker runs; only GetPierSide may be called from any thread.
+// the host's thread while no worker runs; only GetPierSide and WriteTimeOutErrors may be called
+// from any thread.
 //
 // Every operation returns 1 for success and 0 for failure, and hands the raw reply line back
 // through `reply` (empty when no usable one came; the link has then recorded why). None retries. A

@@ -47,7 +47,9 @@ int CVQCtrlW::GetVersion(CString& versionText, CString& reply) {
 }
 
 void CVQCtrlW::WriteTimeOutErrors(const char* logFolder, const char* logPrefix) {
-  WriteTimeOutJournal(link.GetTimeOutErrors(), logFolder, logPrefix);
+  TimeOutErrorList errors;
+  link.CopyTimeOutErrors(errors);
+  WriteTimeOutJournal(errors, logFolder, logPrefix);
 }
 
 int CVQCtrlW::Exchange(const CString& command, const char* prefix, CString& reply) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "util/number_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstring>
 #include <limits>
@@ -14,17 +15,16 @@ const char* NumberStart(const char* text) {
   return *text == '+' && text[1] != '-' ? text + 1 : text;
 }
 
-// What strtod answers beyond the range of a double: from_chars only says that it was so.
+// What strtod answers beyond the range of a double: from_chars only says that it was so. Whether
+// the number is too large or too small shows in the power of ten of its first digit that is not 0.
 double OutOfRange(const char* first, const char* last) {
-  const bool negative = *first == '-';
-  const auto* exponent =
-      static_cast<const char*>(std::memchr(first, 'e', static_cast<size_t>(last - first)));
-  if (exponent == nullptr) {
-    exponent = static_cast<const char*>(std::memchr(first, 'E', static_cast<size_t>(last - first)));
-  }
-  const bool small = exponent != nullptr ? exponent[1] == '-' : first[negative ? 1 : 0] == '0';
-  const double size = small ? 0.0 : std::numeric_limits<double>::infinity();
-  return negative ? -size : size;
+  const char* digitsEnd = std::find_if(first, last, [](char c) { return c == 'e' || c == 'E'; });
+  const char* point = std::find(first, digitsEnd, '.');
+  const char* leading = std::find_if(first, digitsEnd, [](char c) { return c >= '1' && c <= '9'; });
+  int64_t power = point - leading - (leading < point ? 1 : 0);
+  if (digitsEnd != last) power += TextToInt(digitsEnd + 1);
+  const double size = power > 0 ? std::numeric_limits<double>::infinity() : 0.0;
+  return *first == '-' ? -size : size;
 }
 
 }  // namespace

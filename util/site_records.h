@@ -6,6 +6,9 @@
 
 #include <stdint.h>
 
+/* Whatever packing the host has chosen for its own records. */
+#pragma pack(push, 8)
+
 /** The host's local clock, 40 bytes. */
 typedef struct SiteTime {
   int32_t year;   /**< for example 2026 */
@@ -23,5 +26,7 @@ typedef struct SiteLocation {
   double longitude; /**< degrees; the sign is the host's and the controller's, passed on as it is */
   double third;     /**< kept, never sent to the controller */
 } SiteLocation;
+
+#pragma pack(pop)
 
 #endif

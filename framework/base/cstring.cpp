@@ -9,12 +9,18 @@
 #include "framework/base/exceptions.h"
 #include "framework/base/format.h"
 #include "framework/base/string_manager.h"
+#include "platform/text_class.h"
 #include "platform/user_notice.h"
 
 namespace {
 
 bool IsSpace(char c) {
   return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+// Part of a character of two bytes, or at least no ASCII.
+bool IsDoubleByte(char c) {
+  return static_cast<unsigned char>(c) >= 0x80;
 }
 
 int LowerCase(char c) {
@@ -121,8 +127,13 @@ CString CString::Mid(int first, int count) const {
 int CString::Find(const char* part, int start) const {
   if (part == nullptr || start < 0 || start > GetLength()) return -1;
   const bool oneCharacter = part[0] != '\0' && part[1] == '\0';
-  const char* found = oneCharacter ? std::strchr(m_pszData + start, part[0])
-                                   : std::strstr(m_pszData + start, part);
+  const char* found =
+      oneCharacter ? std::strchr(m_pszData + start, part[0]) : std::strstr(m_pszData + start, part);
+  if (found == nullptr) return -1;
+  // What was found may be the second byte of a double-byte character.
+  if (found > m_pszData + start && IsDoubleByte(found[-1])) {
+    found = platform::FindText(m_pszData + start, part);
+  }
   return found == nullptr ? -1 : static_cast<int>(found - m_pszData);
 }
 
@@ -134,9 +145,11 @@ int CString::CompareNoCase(const char* text) const {
   const char* a = m_pszData;
   const char* b = text == nullptr ? "" : text;
   while (*a != '\0' && LowerCase(*a) == LowerCase(*b)) {
+    if (IsDoubleByte(*a)) return platform::CompareTextNoCase(a, b);
     ++a;
     ++b;
   }
+  if (IsDoubleByte(*a) || IsDoubleByte(*b)) return platform::CompareTextNoCase(a, b);
   return LowerCase(*a) - LowerCase(*b);
 }
 

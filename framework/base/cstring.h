@@ -2,7 +2,7 @@
 // CString: the narrow, reference-counted string. Its object and data-header layout are those
 // documented for the ANSI DLL build, since strings cross the library's boundary in CStringSep.
 // Differs from the documented class: only the members the driver uses; Format writes numbers with
-// "." whatever the process's locale; case and white space are those of ASCII.
+// "." whatever the process's locale; white space is that of ASCII.
 // A string is used by one thread at a time; copies in different threads may share their text.
 #pragma once
 

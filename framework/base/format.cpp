@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "framework/base/format.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cstdio>
 #include <cstring>
@@ -36,10 +37,9 @@ const char* ParseConversion(const char* percent, Conversion& conversion) {
 template <typename Value>
 void AppendNumber(CString& target, const Conversion& conversion, Value value) {
   char number[kNumberRoom];
-  int length = std::snprintf(number, sizeof number, conversion.text, value);
+  const int length = std::snprintf(number, sizeof number, conversion.text, value);
   if (length < 0) return;
-  if (length >= static_cast<int>(sizeof number)) length = sizeof number - 1;
-  target.Append(number, length);
+  target.Append(number, std::min(length, static_cast<int>(sizeof number) - 1));
 }
 
 void AppendText(CString& target, const Conversion& conversion, const char* text) {
@@ -50,13 +50,14 @@ void AppendText(CString& target, const Conversion& conversion, const char* text)
   }
   std::string padded(std::strlen(text) + kNumberRoom, '\0');
   const int length = std::snprintf(padded.data(), padded.size(), conversion.text, text);
-  target.Append(padded.data(), length);
+  target.Append(padded.data(), std::min(length, static_cast<int>(padded.size()) - 1));
 }
 
 void AppendDouble(CString& target, const Conversion& conversion, double value) {
   char number[kNumberRoom];
-  const int length = std::snprintf(number, sizeof number, conversion.text, value);
-  if (length < 0 || length >= static_cast<int>(sizeof number)) return;
+  int length = std::snprintf(number, sizeof number, conversion.text, value);
+  if (length < 0) return;
+  length = std::min(length, static_cast<int>(sizeof number) - 1);
   const char* point = std::localeconv()->decimal_point;
   const char* found = std::strcmp(point, ".") == 0 ? nullptr : std::strstr(number, point);
   if (found == nullptr) {

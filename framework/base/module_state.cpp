@@ -5,13 +5,23 @@
 
 namespace {
 
-// Both are needed while static objects are still being built, so neither has a constructor order.
+// Needed while other static objects are still being built, so it has no constructor of its own.
 constinit AFX_MODULE_STATE staticState;
 
-platform::ThreadSlot* CurrentState() {
-  static platform::ThreadSlot* const slot = platform::CreateThreadSlot();
-  return slot;
-}
+// The state that is current on each thread. Null before its owner below is built and after it is
+// destroyed; the static state counts then. Not a local static: its guard would take a second slot
+// of the process at every load and never give it back.
+constinit platform::ThreadSlot* currentState = nullptr;
+
+// Takes one of the process's few slots at load and gives it back at unload.
+struct CurrentStateOwner {
+  CurrentStateOwner() { currentState = platform::CreateThreadSlot(); }
+  ~CurrentStateOwner() {
+    platform::DestroyThreadSlot(currentState);
+    currentState = nullptr;
+  }
+};
+const CurrentStateOwner currentStateOwner;
 
 }  // namespace
 
@@ -20,12 +30,14 @@ AFX_MODULE_STATE* AfxGetStaticModuleState() {
 }
 
 AFX_MODULE_STATE* AfxGetModuleState() {
-  auto* current = static_cast<AFX_MODULE_STATE*>(platform::GetThreadSlot(CurrentState()));
+  if (currentState == nullptr) return &staticState;
+  auto* current = static_cast<AFX_MODULE_STATE*>(platform::GetThreadSlot(currentState));
   return current == nullptr ? &staticState : current;
 }
 
 AFX_MODULE_STATE* AfxSetModuleState(AFX_MODULE_STATE* state) {
-  auto* previous = static_cast<AFX_MODULE_STATE*>(platform::GetThreadSlot(CurrentState()));
-  platform::SetThreadSlot(CurrentState(), state);
+  if (currentState == nullptr) return nullptr;
+  auto* previous = static_cast<AFX_MODULE_STATE*>(platform::GetThreadSlot(currentState));
+  platform::SetThreadSlot(currentState, state);
   return previous;
 }

@@ -57,16 +57,17 @@ IAtlStringMgr* AfxGetStringManager() {
 }
 
 void CStringData::AddRef() {
-  if (nRefs == kNilOwners) return;
-  std::atomic_ref<int32_t>(nRefs).fetch_add(1, std::memory_order_relaxed);
+  const std::atomic_ref<int32_t> owners(nRefs);
+  if (owners.load(std::memory_order_relaxed) == kNilOwners) return;
+  owners.fetch_add(1, std::memory_order_relaxed);
 }
 
 void CStringData::Release() {
-  if (nRefs == kNilOwners) return;
   const std::atomic_ref<int32_t> owners(nRefs);
+  const int32_t count = owners.load(std::memory_order_acquire);
+  if (count == kNilOwners) return;
   // The only owner needs no locked instruction: nobody else can become one.
-  if (owners.load(std::memory_order_acquire) == 1 ||
-      owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+  if (count == 1 || owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
     pStringMgr->Free(this);
   }
 }

@@ -74,7 +74,8 @@ ReadWait WaitReadable(SocketHandle socket, const WaitTime& timeOut) {
   FD_SET(socket, &readSet);
   timeval left = {timeOut.seconds, timeOut.microseconds};
   const int result = select(socket + 1, &readSet, nullptr, nullptr, &left);
-  return {result, FD_ISSET(socket, &readSet)};
+  // After an error the set is as it was before, and a read would block.
+  return {result, result > 0 && FD_ISSET(socket, &readSet)};
 }
 
 int ReceiveDatagram(SocketHandle socket, char* bytes, int capacity, SocketAddress* sender) {

@@ -71,8 +71,12 @@ pthread_key_t SlotKey(const ThreadSlot* slot) {
 // The slot is the key itself, one up so that it is never the null pointer.
 ThreadSlot* CreateThreadSlot() {
   pthread_key_t key = 0;
-  pthread_key_create(&key, nullptr);
+  if (pthread_key_create(&key, nullptr) != 0) return nullptr;
   return reinterpret_cast<ThreadSlot*>(static_cast<uintptr_t>(key) + 1);
+}
+
+void DestroyThreadSlot(ThreadSlot* slot) {
+  if (slot != nullptr) pthread_key_delete(SlotKey(slot));
 }
 
 void* GetThreadSlot(const ThreadSlot* slot) {

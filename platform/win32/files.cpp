@@ -15,7 +15,9 @@ bool CreateFolders(const std::wstring& folder) {
   if (GetLastError() != ERROR_PATH_NOT_FOUND) return false;
   const size_t parentEnd = folder.find_last_of(L"\\/");
   if (parentEnd == std::wstring::npos || parentEnd == 0) return false;
-  return CreateFolders(folder.substr(0, parentEnd)) && CreateDirectoryW(folder.c_str(), nullptr);
+  const std::wstring parent = folder.substr(0, parentEnd);
+  // Another process may make the parent at the same moment; what counts is that it is there.
+  return (CreateFolders(parent) || PathExists(parent)) && CreateDirectoryW(folder.c_str(), nullptr);
 }
 
 std::FILE* OpenSharedTextFile(const std::wstring& path) {

@@ -56,8 +56,7 @@ DWORD WINAPI ThreadEntry(void* argument) {
   const ThreadStart start = *static_cast<ThreadStart*>(argument);
   delete static_cast<ThreadStart*>(argument);
   start.routine(start.parameter);
-  if (start.module != nullptr) FreeLibraryAndExitThread(start.module, 0);
-  return 0;
+  FreeLibraryAndExitThread(start.module, 0);
 }
 
 HMODULE HoldThisModule() {
@@ -71,10 +70,13 @@ HMODULE HoldThisModule() {
 
 Thread* BeginThread(ThreadRoutine routine, void* parameter) {
   auto thread = std::make_unique<Thread>();
-  auto start = std::make_unique<ThreadStart>(ThreadStart{routine, parameter, HoldThisModule()});
+  auto start = std::make_unique<ThreadStart>(ThreadStart{routine, parameter, nullptr});
+  // A thread whose code could be unloaded under it had better not begin.
+  start->module = HoldThisModule();
+  if (start->module == nullptr) return nullptr;
   thread->handle = CreateThread(nullptr, 0, ThreadEntry, start.get(), 0, nullptr);
   if (thread->handle == nullptr) {
-    if (start->module != nullptr) FreeLibrary(start->module);
+    FreeLibrary(start->module);
     return nullptr;
   }
   start.release();
@@ -95,18 +97,24 @@ void SleepMs(int durationMs) {
   Sleep(durationMs > 0 ? static_cast<DWORD>(durationMs) : 0);
 }
 
-// The slot is the index itself, one up so that it is never the null pointer.
-ThreadSlot* CreateThreadSlot() {
-  return reinterpret_cast<ThreadSlot*>(static_cast<uintptr_t>(TlsAlloc()) + 1);
-}
-
 namespace {
 
+// The slot is the index itself, one up so that it is never the null pointer.
 DWORD SlotIndex(const ThreadSlot* slot) {
   return static_cast<DWORD>(reinterpret_cast<uintptr_t>(slot) - 1);
 }
 
 }  // namespace
+
+ThreadSlot* CreateThreadSlot() {
+  const DWORD index = TlsAlloc();
+  if (index == TLS_OUT_OF_INDEXES) return nullptr;
+  return reinterpret_cast<ThreadSlot*>(static_cast<uintptr_t>(index) + 1);
+}
+
+void DestroyThreadSlot(ThreadSlot* slot) {
+  if (slot != nullptr) TlsFree(SlotIndex(slot));
+}
 
 void* GetThreadSlot(const ThreadSlot* slot) {
   // TlsGetValue clears the thread's last error, which belongs to the host.
