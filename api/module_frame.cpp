@@ -4,6 +4,7 @@
 #include "api/module_object.h"
 #include "api/velquin_app.h"
 #include "engine/telescope.h"
+#include "ui/dlg_controller.h"
 
 namespace {
 
@@ -20,6 +21,7 @@ CTelescope& TheTelescope() {
 bool ModuleAttached() {
   CVelquinApp& app = appObject.Get();
   app.SetCurrentHandles();
+  TheTelescope().SetControllerWindowFactory(&CDlgController::Open);
   return app.InitInstance() != FALSE;
 }
 

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include "framework/win/dialog.h"
+
+#include "framework/win/instance.h"
+#include "framework/win/modeless_keys.h"
+
+BEGIN_MESSAGE_MAP(CDialog, CWnd)
+END_MESSAGE_MAP()
+
+INT_PTR CDialog::DoModal() {
+  return ::DialogBoxParamA(AfxGetResourceHandle(), MAKEINTRESOURCEA(m_templateId), m_parent,
+                           &CDialog::DialogProc, reinterpret_cast<LPARAM>(this));
+}
+
+BOOL CDialog::Create(UINT templateId, HWND parent) {
+  HWND window = ::CreateDialogParamA(AfxGetResourceHandle(), MAKEINTRESOURCEA(templateId), parent,
+                                     &CDialog::DialogProc, reinterpret_cast<LPARAM>(this));
+  if (window == nullptr) return FALSE;
+  CModelessKeys::Watch(window);
+  return TRUE;
+}
+
+void CDialog::EndDialog(INT_PTR result) {
+  ::EndDialog(m_hWnd, result);
+}
+
+BOOL CDialog::OnInitDialog() {
+  UpdateData(FALSE);
+  return TRUE;
+}
+
+void CDialog::OnOK() {
+  UpdateData(TRUE);
+  EndDialog(IDOK);
+}
+
+void CDialog::OnCancel() {
+  EndDialog(IDCANCEL);
+}
+
+BOOL CDialog::OnCommand(WPARAM wParam, LPARAM lParam) {
+  if (CWnd::OnCommand(wParam, lParam)) return TRUE;
+  if (HIWORD(wParam) != BN_CLICKED) return FALSE;
+  switch (LOWORD(wParam)) {
+    case IDOK:
+      OnOK();
+      return TRUE;
+    case IDCANCEL:
+      OnCancel();
+      return TRUE;
+    default:
+      return FALSE;
+  }
+}
+
+LRESULT CDialog::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_INITDIALOG) return OnInitDialog();
+  if (message == WM_NCDESTROY) CModelessKeys::Forget(m_hWnd);
+  return CWnd::DefWindowProc(message, wParam, lParam);
+}
+
+// The window is taken over at its first dialog message; from then on messages reach the object
+// first and this procedure only lets the system do the rest.
+INT_PTR CALLBACK CDialog::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message != WM_INITDIALOG || FromHandlePermanent(window) != nullptr) return FALSE;
+  auto* dialog = reinterpret_cast<CDialog*>(lParam);
+  dialog->SubclassWindow(window);
+  return AfxWndProc(window, message, wParam, 0);
+}

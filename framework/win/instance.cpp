@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: MIT
+#include "framework/win/instance.h"
+
+// The linker's own name for the first byte of the module that this code is linked into.
+extern "C" IMAGE_DOS_HEADER __ImageBase;
+
+HINSTANCE AfxGetResourceHandle() {
+  return reinterpret_cast<HINSTANCE>(&__ImageBase);
+}

@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: MIT
+// Where the library's resources are found.
+#pragma once
+
+#include "framework/win/windows_base.h"
+
+/// The module that holds this code, and so its dialogs, bitmaps and strings. Any thread.
+HINSTANCE AfxGetResourceHandle();

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "framework/win/modeless_keys.h"
+
+namespace {
+
+// The hook of the thread is kept with the dialog it serves.
+constexpr char kHookProperty[] = "VelquinModelessHook";
+
+// The watched dialog that a window is or lies in; null when there is none.
+HWND WatchedDialog(HWND window) {
+  for (HWND at = window; at != nullptr; at = ::GetAncestor(at, GA_PARENT)) {
+    if (::GetPropA(at, kHookProperty) != nullptr) return at;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+void CModelessKeys::Watch(HWND dialog) {
+  HHOOK hook = ::SetWindowsHookExA(WH_GETMESSAGE, &GetMessageHook, nullptr, ::GetCurrentThreadId());
+  if (hook != nullptr) ::SetPropA(dialog, kHookProperty, hook);
+}
+
+void CModelessKeys::Forget(HWND dialog) {
+  auto hook = static_cast<HHOOK>(::RemovePropA(dialog, kHookProperty));
+  if (hook != nullptr) ::UnhookWindowsHookEx(hook);
+}
+
+LRESULT CALLBACK CModelessKeys::GetMessageHook(int code, WPARAM wParam, LPARAM lParam) {
+  auto* message = reinterpret_cast<MSG*>(lParam);
+  if (code >= 0 && wParam == PM_REMOVE && message->message == WM_KEYDOWN &&
+      message->wParam == VK_ESCAPE) {
+    if (HWND dialog = WatchedDialog(message->hwnd); dialog != nullptr) {
+      ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+      message->message = WM_NULL;
+    }
+  }
+  return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}

@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+// CWnd: a window of the library. The object is found from its window by a window property, so each
+// thread finds its own windows without a map. Differs from the documented class: no temporary
+// objects (other people's windows are plain handles); only what ui/ uses.
+// One object per window; used on the thread that made the window.
+#pragma once
+
+#include "framework/base/cstring.h"
+#include "framework/win/geometry.h"
+#include "framework/win/message_map.h"
+
+class CDataExchange;
+class CDC;
+
+/// The window procedure of every window of the library.
+LRESULT CALLBACK AfxWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+/// The window is to look active although another one is.
+inline constexpr UINT WF_STAYACTIVE = 0x0020;
+
+class CWnd {
+ public:
+  CWnd() = default;
+  virtual ~CWnd();
+  CWnd(const CWnd&) = delete;
+  CWnd& operator=(const CWnd&) = delete;
+
+  HWND m_hWnd = nullptr;
+  UINT m_nFlags = 0;  ///< WF_... bits; nothing in the framework sets any
+  HWND GetSafeHwnd() const { return m_hWnd; }
+
+  /// The object of a window; null when the window is not one of the library's.
+  static CWnd* FromHandlePermanent(HWND window);
+
+  /// Takes over a window's messages until it is destroyed. @return FALSE when there is no window.
+  BOOL SubclassWindow(HWND window);
+  BOOL SubclassDlgItem(UINT id, const CWnd* parent);
+  virtual BOOL DestroyWindow();
+
+  LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+    return ::SendMessageA(m_hWnd, message, wParam, lParam);
+  }
+  BOOL PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+    return ::PostMessageA(m_hWnd, message, wParam, lParam);
+  }
+  CString GetWindowText() const;
+  void SetWindowText(LPCSTR text) const { ::SetWindowTextA(m_hWnd, text); }
+  DWORD GetStyle() const { return static_cast<DWORD>(::GetWindowLongA(m_hWnd, GWL_STYLE)); }
+  void ModifyStyle(DWORD remove, DWORD add) const;
+  CRect GetClientRect() const;
+  CRect GetWindowRect() const;
+  void ScreenToClient(RECT& rect) const;
+  HWND GetDlgItem(UINT id) const { return ::GetDlgItem(m_hWnd, static_cast<int>(id)); }
+  int GetDlgCtrlID() const { return ::GetDlgCtrlID(m_hWnd); }
+  HWND GetParent() const { return ::GetParent(m_hWnd); }
+  HFONT GetFont() const { return reinterpret_cast<HFONT>(SendMessage(WM_GETFONT)); }
+  BOOL IsWindowEnabled() const { return ::IsWindowEnabled(m_hWnd); }
+  void EnableWindow(BOOL enable) const { ::EnableWindow(m_hWnd, enable); }
+  void Invalidate(BOOL erase = TRUE) const { ::InvalidateRect(m_hWnd, nullptr, erase); }
+  void MoveWindow(const RECT& rect) const;
+
+  /// Moves data between members and controls. @param save TRUE from the controls to the members
+  void UpdateData(BOOL save);
+
+ protected:
+  friend LRESULT CALLBACK AfxWndProc(HWND, UINT, WPARAM, LPARAM);
+
+  static const AFX_MSGMAP* GetThisMessageMap();
+  virtual const AFX_MSGMAP* GetMessageMap() const { return GetThisMessageMap(); }
+
+  /// Looks the message up in the maps, then does what the system does.
+  virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+  virtual LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+  /// The rest of the message that is being handled, as the system would handle it.
+  LRESULT Default();
+  /// WM_COMMAND that no map entry takes. @return TRUE when handled.
+  virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam);
+  /// A request to draw, sent to the parent and handed on to the owner-drawn control itself.
+  virtual void DrawItem(DRAWITEMSTRUCT*) {}
+  virtual HBRUSH OnCtlColor(CDC& dc, HWND control, UINT kind);
+  virtual void DoDataExchange(CDataExchange*) {}
+  /// The window is gone; the object may delete itself.
+  virtual void PostNcDestroy() {}
+
+  LRESULT CtlColor(WPARAM wParam, LPARAM lParam, UINT kind);
+  void Attach(HWND window);
+
+ private:
+  struct Message {
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+  };
+
+  const AFX_MSGMAP_ENTRY* FindEntry(const Message& message) const;
+  void Detached();
+
+  WNDPROC m_superProc = nullptr;  // what the window did before
+  Message m_current = {};         // being handled
+};

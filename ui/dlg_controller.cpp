@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+#include "ui/dlg_controller.h"
+
+#include <memory>
+
+#include "engine/telescope.h"
+#include "framework/base/message_box.h"
+#include "framework/win/data_exchange.h"
+#include "res/resource_ids.h"
+#include "res/string_ids.h"
+#include "ui/dlg_detail.h"
+
+namespace {
+
+constexpr UINT_PTR kPollTimer = 1000;
+constexpr UINT kDefaultPeriodMs = 100;
+constexpr int kDefaultSpeeds = 3;
+constexpr UINT kDirectionIds[] = {IDC_NORTH, IDC_SOUTH, IDC_EAST, IDC_WEST};
+
+}  // namespace
+
+BEGIN_MESSAGE_MAP(CDlgController, COrlDialog)
+ON_WM_TIMER()
+ON_BN_CLICKED(IDC_GOTO, OnGoto)
+ON_BN_CLICKED(IDC_SYNC, OnSync)
+ON_BN_CLICKED(IDC_STOP, OnStop)
+ON_BN_CLICKED(IDC_HOME, OnHome)
+END_MESSAGE_MAP()
+
+CDlgController::CDlgController(CTelescope* newEngine, const CString& vendor, const CString& title,
+                               HWND parent)
+    : COrlDialog(IDD_CONTROLLER, parent), engine(newEngine), vendorText(vendor), titleText(title) {}
+
+// While this is still the dialog: a message that comes in as the window goes must not meet a
+// half-destroyed object.
+CDlgController::~CDlgController() {
+  DestroyWindow();
+}
+
+IControllerWindow* CDlgController::Open(CTelescope& engine, const CString& vendor,
+                                        const CString& name, HWND owner) {
+  // Registers the trackbar's class with the system; more than once does no harm.
+  INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_BAR_CLASSES};
+  ::InitCommonControlsEx(&classes);
+  auto dialog = std::make_unique<CDlgController>(&engine, vendor, name, owner);
+  return dialog->COrlDialog::Create() ? dialog.release() : nullptr;
+}
+
+void CDlgController::DoDataExchange(CDataExchange* exchange) {
+  COrlDialog::DoDataExchange(exchange);
+  DDX_Slider(exchange, IDC_SPEED, speedIndex);
+}
+
+BOOL CDlgController::OnInitDialog() {
+  COrlDialog::OnInitDialog();
+  AttachControls();
+  if (!titleText.IsEmpty()) SetWindowText(titleText);
+  pressed.fill(0);
+  previouslyPressed.fill(0);
+  const int speeds = engine == nullptr ? kDefaultSpeeds : engine->GetSlewSpeedMax();
+  speedSlider.SetTicFreq(1);
+  speedSlider.SetRange(0, speeds - 1, FALSE);
+  speedIndex = speeds - 1;
+  initialised = 1;
+  UpdateData(FALSE);
+  const UINT periodMs = engine == nullptr ? kDefaultPeriodMs : static_cast<UINT>(engine->Period());
+  ::SetTimer(m_hWnd, kPollTimer, periodMs, nullptr);
+  return TRUE;
+}
+
+void CDlgController::AttachControls() {
+  for (size_t i = 0; i < kDirections; ++i) directionButtons[i].AttachButton(kDirectionIds[i], this);
+  speedSlider.AttachSlider(IDC_SPEED, this);
+  gotoButton.AttachButton(IDC_GOTO, this);
+  syncButton.AttachButton(IDC_SYNC, this);
+  stopButton.AttachButton(IDC_STOP, this);
+  homeButton.AttachButton(IDC_HOME, this);
+  speedSlider.ShowFocusRect(false);
+}
+
+void CDlgController::OnTimer(UINT_PTR) {
+  PollDirections();
+  EnableControls();
+  Default();
+}
+
+void CDlgController::PollDirections() {
+  UpdateData(TRUE);
+  for (size_t i = 0; i < kDirections; ++i) {
+    pressed[i] = (directionButtons[i].GetState() & BST_PUSHED) != 0 ? 1 : 0;
+  }
+  for (size_t i = 0; i < kDirections; ++i) {
+    if (!pressed[i] && !previouslyPressed[i]) continue;
+    engine->Slew(kDirectionNorth + static_cast<int32_t>(i), pressed[i], speedIndex);
+  }
+  previouslyPressed = pressed;
+}
+
+void CDlgController::EnableControls() const {
+  const BOOL connected = engine->GetConnected();
+  const BOOL hasTarget = connected && engine->GetTargetValid();
+  syncButton.EnableWindow(hasTarget);
+  gotoButton.EnableWindow(hasTarget);
+  for (const COrlButton& button : directionButtons) button.EnableWindow(connected);
+  stopButton.EnableWindow(connected);
+}
+
+void CDlgController::OnGoto() {
+  if (engine != nullptr) engine->Look(nullptr);
+}
+
+void CDlgController::OnSync() {
+  if (AfxMessageBox(kTextSyncQuestion, MB_OKCANCEL) == IDOK && engine != nullptr) {
+    engine->Sync(nullptr);
+  }
+}
+
+void CDlgController::OnStop() {
+  // Any answer counts: held now, or pressed since the last question.
+  if (::GetAsyncKeyState(VK_CONTROL) != 0) {
+    ShowDetail();
+  } else if (engine != nullptr) {
+    engine->Stop();
+  }
+}
+
+void CDlgController::ShowDetail() {
+  CDlgDetail detail(m_hWnd);
+  detail.SetEngine(engine);
+  detail.DoModal();
+}
+
+void CDlgController::OnHome() {
+  if (engine != nullptr) engine->Home();
+}
