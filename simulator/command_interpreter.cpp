@@ -8,6 +8,11 @@ namespace simulator {
 
 namespace {
 
+// Rates of a guide pulse, from -1 to 1, are shares of the guide speed; greater ones are hand moves.
+double AppliedRate(double rate, double guideSpeed) {
+  return rate >= -1.0 && rate <= 1.0 ? rate * guideSpeed : rate;
+}
+
 constexpr const char* kDone = "1";
 constexpr int kModeOperating = 4;
 constexpr int kModeParked = 1;
@@ -150,9 +155,12 @@ std::string CommandInterpreter::Move(const Values& values) {
   const auto seconds = NumberValue(values[0], 0.0, kMaxMoveSeconds);
   const auto raRate = NumberValue(values[1], -kMaxMoveRate, kMaxMoveRate);
   const auto decRate = NumberValue(values[2], -kMaxMoveRate, kMaxMoveRate);
-  if (!seconds || !raRate || !decRate || !model_.Move(*seconds, *raRate, *decRate)) return "";
-  if (*raRate != 0.0 || *decRate != 0.0) {
-    note_ = Formatted("moves %.3f s, RA %+.3f, Dec %+.3f x sidereal", *seconds, *raRate, *decRate);
+  if (!seconds || !raRate || !decRate) return "";
+  const double ra = AppliedRate(*raRate, guideRates_[0]);
+  const double dec = AppliedRate(*decRate, guideRates_[1]);
+  if (!model_.Move(*seconds, ra, dec)) return "";
+  if (ra != 0.0 || dec != 0.0) {
+    note_ = Formatted("moves %.3f s, RA %+.3f, Dec %+.3f x sidereal", *seconds, ra, dec);
   }
   NoteEndedMove();
   return kDone;

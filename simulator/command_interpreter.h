@@ -61,9 +61,10 @@ class CommandInterpreter {
   void NoteEndedMove();
 
   MountModel& model_;
-  double guideRates_[2] = {0.5, 0.5};  // multiples of the sidereal rate; kept, not used
-  int gts_ = 0;                        // kept, not used
-  std::string note_;                   // of the command being carried out
+  double guideRates_[2] = {1.0,
+                           1.0};  // right ascension, declination; multiples of the sidereal rate
+  int gts_ = 0;                   // kept, not used
+  std::string note_;              // of the command being carried out
 };
 
 }  // namespace simulator

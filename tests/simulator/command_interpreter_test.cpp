@@ -155,6 +155,28 @@ TEST_F(Controller, CarriesOutAGuidePulse) {
   EXPECT_NEAR((Status(8) - ra) * 15.0 * 3600.0, -0.25 * 0.5 * 15.041, 0.001);
 }
 
+TEST_F(Controller, TakesTheRatesOfAPulseAsSharesOfTheGuideSpeeds) {
+  TrackAt(-40.0, 20.0);
+  Send("$MTAGS=0.500000,0.250000");
+  const double ra = Status(8);
+  const double dec = Status(9);
+  Send("$MTMV2=1.000000,-1.000000,0.000000");
+  mount.Advance(1.5);
+  Send("$MTMV2=1.000000,0.000000,0.500000");
+  mount.Advance(1.5);
+  EXPECT_NEAR((Status(8) - ra) * 15.0 * 3600.0, -0.5 * 15.041, 0.001);
+  EXPECT_NEAR((Status(9) - dec) * 3600.0, 0.5 * 0.25 * 15.041, 0.001);
+}
+
+TEST_F(Controller, MovesByHandAtTheFullRateWhateverTheGuideSpeeds) {
+  TrackAt(-40.0, 20.0);
+  Send("$MTAGS=0.500000,0.250000");
+  const double dec = Status(9);
+  Send("$MTMV2=1.000000,0.000000,25.500000");
+  mount.Advance(1.5);
+  EXPECT_NEAR((Status(9) - dec) * 3600.0, 25.5 * 15.041067, 0.001);
+}
+
 TEST_F(Controller, RefusesAMoveWhileSlewing) {
   Send(Target(At(40.0, 20.0)));
   EXPECT_EQ(Send("$MTMV2=1.000000,0.000000,25.500000"), "$MTMV2=ERROR");
