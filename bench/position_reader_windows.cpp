@@ -1,27 +1,17 @@
 // SPDX-License-Identifier: MIT
-#include <windows.h>
-
-#include <cstdio>
-
-#include "api/telescope_api.h"
+#include "bench/driver_library.h"
 #include "bench/position_reader.h"
 
 struct PositionReader::Driver {
-  HMODULE library = LoadLibraryW(L"velquin.dll");
-  TelescopeGetPosFn getPos =
-      library == nullptr ? nullptr
-                         : reinterpret_cast<TelescopeGetPosFn>(
-                               reinterpret_cast<void*>(GetProcAddress(library, "TelescopeGetPos")));
+  DriverLibrary library;
 };
 
-PositionReader::PositionReader() : driver(std::make_unique<Driver>()) {
-  if (!IsReady()) std::puts("velquin.dll not found beside this program");
-}
+PositionReader::PositionReader() : driver(std::make_unique<Driver>()) {}
 
 PositionReader::~PositionReader() = default;
 
 bool PositionReader::IsReady() const {
-  return driver->getPos != nullptr;
+  return driver->library.IsReady();
 }
 
 const char* PositionReader::Name() const {
@@ -29,5 +19,5 @@ const char* PositionReader::Name() const {
 }
 
 void PositionReader::Read(double* radec) {
-  driver->getPos(nullptr, radec);
+  driver->library.getPos(nullptr, radec);
 }
