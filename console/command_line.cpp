@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: MIT
+// The parser around the command definitions: common options, negative numbers, and messages that
+// say in one line what is wrong.
+#include "console/command_line.h"
+
+#include "console/argument_values.h"
+#include "console/command_definitions.h"
+#include "console/failure.h"
+
+namespace velquinctl {
+namespace {
+
+// A word such as -5:12:00 must not be taken for an option, so it travels through the parser with
+// the typographical minus in front.
+constexpr std::string_view kLongMinus = "\u2212";
+
+constexpr const char* kFooter =
+    "Examples:\n"
+    "  velquinctl check 192.168.1.10\n"
+    "  velquinctl goto 192.168.1.10 5h34m31.9s +22d00m52s\n"
+    "  velquinctl goto 192.168.1.10 05:35:17 -5:23:28 --json\n"
+    "  velquinctl monitor 192.168.1.10 --for 60\n"
+    "Help with one command: velquinctl COMMAND --help\n"
+    "\n"
+    "Exit codes:\n"
+    "  0    done\n"
+    "  1    the mount did not do it: no answer, refused, or not in time\n"
+    "  2    wrong usage or input; nothing was sent\n"
+    "  3    velquin.dll is missing or cannot be used\n"
+    "  130  interrupted by Ctrl-C (a second Ctrl-C ends at once)";
+
+/// Texts of the common options that need judging.
+struct CommonTexts {
+  std::string timeout, progress;
+};
+
+std::string WithoutLongMinus(std::string text) {
+  if (text.starts_with(kLongMinus)) text.replace(0, kLongMinus.size(), "-");
+  return text;
+}
+
+/// @return the words in the order the parser wants them: last first.
+std::vector<std::string> ProtectedWords(const std::vector<std::string>& words) {
+  std::vector<std::string> reversed;
+  for (auto word = words.rbegin(); word != words.rend(); ++word) {
+    const bool number = word->size() > 1 && (*word)[0] == '-' &&
+                        std::string_view("0123456789.").find((*word)[1]) != std::string_view::npos;
+    reversed.push_back(number ? std::string(kLongMinus) + word->substr(1) : *word);
+  }
+  return reversed;
+}
+
+void Unprotect(ArgumentTexts& t) {
+  for (std::string* text :
+       {&t.address,  &t.ra,       &t.dec,      &t.direction, &t.file,  &t.section, &t.tolerance,
+        &t.interval, &t.duration, &t.speed,    &t.north,     &t.south, &t.east,    &t.west,
+        &t.rateRa,   &t.rateDec,  &t.latitude, &t.longitude, &t.zone,  &t.time})
+    *text = WithoutLongMinus(*text);
+}
+
+void DefineCommonOptions(CLI::App& app, CommonOptions& options, CommonTexts& texts) {
+  app.set_version_flag("--version", "velquinctl " VELQUIN_VERSION);
+  app.add_flag("--json", options.json, "one JSON object per result on standard output");
+  app.add_flag("--quiet", options.quiet, "only what was asked for: no progress, no confirmations");
+  app.add_option("--progress", texts.progress,
+                 "auto, live (one line redrawn), plain (a line a second) or none")
+      ->type_name("HOW");
+  app.add_option("--timeout", texts.timeout,
+                 "seconds to wait for the mount (default 300 for goto, home and park, 30 for stop, "
+                 "10 otherwise)")
+      ->type_name("SECONDS");
+  app.add_flag("--show-messages", options.showMessages,
+               "leave the driver's message boxes on the screen instead of answering them");
+  app.add_option("--library", options.library, "velquin.dll to use (default: beside velquinctl)")
+      ->type_name("PATH");
+  app.add_option("--name", options.name, "title of the driver's message boxes")->type_name("TEXT");
+  app.add_option("--log-path", options.logPath,
+                 "folder of the time-out journal (default: the temporary folder)")
+      ->type_name("FOLDER");
+  app.add_option("--log-prefix", options.logPrefix,
+                 "beginning of the journal's file name (default velquinctl)")
+      ->type_name("TEXT");
+}
+
+std::string ParsedCommand(const CLI::App& app) {
+  const auto commands = app.get_subcommands();
+  return commands.empty() ? std::string() : commands.front()->get_name();
+}
+
+/// @return the parser's message in words for people, where its own are none.
+std::string WithoutParserSpeech(std::string text) {
+  static constexpr std::string_view kNoValue = ": 1 required ";
+  static constexpr std::string_view kMissing = " missing";
+  const auto at = text.find(kNoValue);
+  if (at == std::string::npos || !text.ends_with(kMissing)) return text;
+  text.erase(text.size() - kMissing.size());
+  return text.replace(at, kNoValue.size(), " needs a value: ");
+}
+
+[[noreturn]] void ThrowUsage(const CLI::App& app, const CLI::ParseError& error) {
+  const std::string command = ParsedCommand(app);
+  std::string text = WithoutParserSpeech(error.what());
+  if (command.empty()) {
+    const std::vector<std::string> unknown = app.remaining();
+    if (!unknown.empty()) {
+      const bool option = unknown.front().starts_with("-");
+      text = std::string(option ? "unknown option \"" : "unknown command \"") +
+             WithoutLongMinus(unknown.front()) + '"';
+    } else if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
+      text = "no command given";
+    }
+    throw Failure(ExitCode::kWrongUsage, text + " (velquinctl --help lists what there is)");
+  }
+  throw Failure(ExitCode::kWrongUsage,
+                command + ": " + text + " (velquinctl " + command + " --help shows how)");
+}
+
+/// @return the help that was asked for, or nothing when the words were read to their end.
+std::string Parse(CLI::App& app, const std::vector<std::string>& words) {
+  try {
+    app.parse(ProtectedWords(words));
+  } catch (const CLI::CallForHelp&) {
+    return app.help();
+  } catch (const CLI::CallForVersion& version) {
+    return version.what() + std::string("\n");
+  } catch (const CLI::ParseError& error) {
+    ThrowUsage(app, error);
+  }
+  return {};
+}
+
+void SetUpApp(CLI::App& app) {
+  app.name("velquinctl");
+  app.allow_windows_style_options(false);
+  app.fallthrough();
+  app.require_subcommand(1, 1);
+  app.get_formatter()->column_width(26);
+  app.get_formatter()->label("OPTIONS", "options");
+  app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+  app.get_formatter()->label("REQUIRED", "");
+  app.footer(kFooter);
+}
+
+}  // namespace
+
+std::variant<Request, HelpText> ParseCommandLine(const std::vector<std::string>& words,
+                                                 const CommonOptions& defaults) {
+  CLI::App app("velquinctl drives a mount through velquin.dll.");
+  SetUpApp(app);
+  Request request;
+  request.options = defaults;
+  CommonTexts common;
+  ArgumentTexts texts;
+  DefineCommonOptions(app, request.options, common);
+  CommandDefinitions definitions{app, texts, {}};
+  DefineCommands(definitions);
+
+  const std::string help = Parse(app, words);
+  if (!help.empty()) return HelpText{help};
+
+  Unprotect(texts);
+  request.command = ParsedCommand(app);
+  if (!common.progress.empty()) request.options.progress = ProgressArgument(common.progress);
+  if (!common.timeout.empty())
+    request.options.timeoutSeconds = SecondsArgument("--timeout", WithoutLongMinus(common.timeout));
+  if (request.command != "run") request.address = AddressArgument(texts.address);
+  request.action = definitions.makers.at(request.command)(texts);
+  return request;
+}
+
+}  // namespace velquinctl

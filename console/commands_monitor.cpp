@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+// monitor, and status --watch, which is the same on one line.
+#include <cstdio>
+#include <ctime>
+
+#include "console/commands.h"
+#include "console/mount_poll.h"
+#include "console/sky_distance.h"
+#include "console/steady_time.h"
+
+namespace velquinctl {
+namespace {
+
+constexpr int kLookMs = 100;
+constexpr const char* kHeader =
+    "time                 right ascension  declination     speed  state";
+
+/// One look at the mount.
+struct Row {
+  double seconds = 0.0;  // since the beginning
+  MountState state;
+  double degreesPerSecond = 0.0;
+};
+
+std::string LocalTimeText() {
+  const std::time_t now = std::time(nullptr);
+  char text[32] = {};
+  // The runtime library of Windows knows neither %F nor %T.
+  std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", std::localtime(&now));
+  return text;
+}
+
+std::string RowText(const Row& row) {
+  if (!row.state.valid) return LocalTimeText() + "  no answer";
+  char speed[32];
+  std::snprintf(speed, sizeof speed, "%8.4f\u00b0/s", row.degreesPerSecond);
+  return LocalTimeText() + "  " + PositionText(row.state.position) + "  " + speed + "  " +
+         ReadyText(row.state);
+}
+
+JsonObject RowObject(const Row& row) {
+  JsonObject object;
+  object.Add("localTime", LocalTimeText()).Add("elapsedSeconds", row.seconds);
+  object.Append(StateObject(row.state));
+  if (!row.state.valid) return object.AddNull("speedDegreesPerSecond");
+  return object.Add("speedDegreesPerSecond", row.degreesPerSecond);
+}
+
+/// Measures the speed against the last row that was kept, so that it is a mean and not noise.
+Row Look(const Session& session, const Row& last, double begin) {
+  Row row{SteadySeconds() - begin, session.Read(), 0.0};
+  const double passed = row.seconds - last.seconds;
+  if (row.state.valid && last.state.valid && passed > 0.0) {
+    row.degreesPerSecond = SkyDistanceDegrees(last.state.position, row.state.position) / passed;
+  }
+  return row;
+}
+
+/// Shows a row that stays.
+void Keep(const Output& output, ProgressLine& line, const Row& row) {
+  if (output.Json()) {
+    output.Answer({}, RowObject(row));
+  } else {
+    line.Keep(RowText(row));
+  }
+}
+
+}  // namespace
+
+void PerformMonitor(const CommandContext& context, const MonitorAction& action) {
+  const Output& output = context.output;
+  const Session& session = context.Connect();
+  const double begin = SteadySeconds();
+  const bool live = output.Progress() == ProgressMode::kLive && !output.Json();
+  ProgressLine line(live ? ProgressMode::kLive : ProgressMode::kNone, WriteOut);
+  if (!output.Json() && !action.oneLine) WriteOut(std::string(kHeader) + '\n');
+
+  Row last{0.0, session.Read(), 0.0};
+  if (!live) Keep(output, line, last);
+  for (;;) {
+    context.interrupt.SleepMs(kLookMs);
+    const Row row = Look(session, last, begin);
+    const bool over = action.forSeconds && row.seconds >= *action.forSeconds;
+    const bool due = row.seconds - last.seconds >= action.intervalSeconds - kLookMs / 2000.0;
+    if (live) line.Show(row.seconds, RowText(row));
+    if (over || (due && !(live && action.oneLine))) Keep(output, line, row);
+    if (over) return;
+    if (due) last = row;
+  }
+}
+
+}  // namespace velquinctl

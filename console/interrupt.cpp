@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// The console's control events.
+#include "console/interrupt.h"
+
+#include <windows.h>
+
+#include <atomic>
+
+#include "console/failure.h"
+
+namespace velquinctl {
+namespace {
+
+// The process is ended as soon as the handler of a closing window returns, or after 5 seconds.
+constexpr DWORD kClosingMs = 4800;
+
+// Shared by the program's thread and the system's handler thread: two events, which need no lock,
+// and a count. The events live as long as the process, because a handler may still wait on one.
+HANDLE pressed = nullptr;
+HANDLE inOrder = nullptr;
+std::atomic<int> timesPressed = 0;
+
+BOOL WINAPI OnControlEvent(DWORD event) {
+  if (timesPressed.fetch_add(1) > 0 && (event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT)) {
+    // The second time means now, even while the driver is busy.
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(ExitCode::kInterrupted));
+  }
+  SetEvent(pressed);
+  if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) WaitForSingleObject(inOrder, kClosingMs);
+  return TRUE;
+}
+
+}  // namespace
+
+Interrupt::Interrupt() {
+  pressed = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  inOrder = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  // A parent that ignores Ctrl-C hands that on; the mount must be stoppable all the same.
+  SetConsoleCtrlHandler(nullptr, FALSE);
+  SetConsoleCtrlHandler(OnControlEvent, TRUE);
+}
+
+Interrupt::~Interrupt() {
+  SetEvent(inOrder);
+}
+
+void Interrupt::SleepMs(int durationMs) const {
+  if (WaitForSingleObject(pressed, static_cast<DWORD>(durationMs)) == WAIT_OBJECT_0)
+    throw Failure(ExitCode::kInterrupted, "interrupted");
+}
+
+}  // namespace velquinctl

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+// The reading of scripts.
+#include "console/script.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "console/command_line.h"
+#include "console/failure.h"
+
+namespace velquinctl {
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r";
+
+std::string_view Trimmed(std::string_view text) {
+  const auto first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+/// Takes one word off the front of `rest`, which begins with a letter of it. A quote counts where a
+/// word or the value of an option begins; anywhere else it is the sign for seconds of arc.
+/// @return false when the quote is not closed.
+bool TakeWord(std::string_view& rest, std::string& word) {
+  bool quoted = false;
+  size_t at = 0;
+  for (; at < rest.size(); ++at) {
+    const char c = rest[at];
+    if (c == '"' && (quoted || word.empty() || word.back() == '=')) {
+      quoted = !quoted;
+    } else if (!quoted && kBlanks.find(c) != std::string_view::npos) {
+      break;
+    } else {
+      word += c;
+    }
+  }
+  rest.remove_prefix(at);
+  return !quoted;
+}
+
+Request ParseLine(std::string_view line, const CommonOptions& defaults) {
+  std::vector<std::string> words;
+  if (!SplitScriptLine(line, words)) throw Failure(ExitCode::kWrongUsage, "a quote is not closed");
+  auto parsed = ParseCommandLine(words, defaults);
+  if (std::holds_alternative<HelpText>(parsed))
+    throw Failure(ExitCode::kWrongUsage, "--help and --version have no place in a script");
+  auto& request = std::get<Request>(parsed);
+  if (std::holds_alternative<RunAction>(request.action))
+    throw Failure(ExitCode::kWrongUsage, "a script cannot run another one");
+  return std::move(request);
+}
+
+}  // namespace
+
+bool SplitScriptLine(std::string_view line, std::vector<std::string>& words) {
+  for (std::string_view rest = Trimmed(line); !rest.empty() && rest[0] != '#';
+       rest = Trimmed(rest)) {
+    std::string word;
+    if (!TakeWord(rest, word)) return false;
+    words.push_back(word);
+  }
+  return true;
+}
+
+std::vector<ScriptLine> ParseScript(std::string_view content, const std::string& fileName,
+                                    const CommonOptions& defaults) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (content.starts_with(kByteOrderMark)) content.remove_prefix(kByteOrderMark.size());
+  std::vector<ScriptLine> lines;
+  for (int number = 1; !content.empty(); ++number) {
+    const size_t end = std::min(content.find('\n'), content.size());
+    const std::string_view line = Trimmed(content.substr(0, end));
+    content.remove_prefix(std::min(end + 1, content.size()));
+    if (line.empty() || line[0] == '#') continue;
+    try {
+      lines.push_back({number, std::string(line), ParseLine(line, defaults)});
+    } catch (const Failure& failure) {
+      throw Failure(failure.Code(),
+                    fileName + ':' + std::to_string(number) + ": " + failure.what());
+    }
+  }
+  return lines;
+}
+
+}  // namespace velquinctl

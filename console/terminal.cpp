@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// Code page, buffering and words of the console.
+#include "console/terminal.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <cstdio>
+
+#include "console/text_encoding.h"
+
+namespace velquinctl {
+
+Terminal::Terminal() : oldCodePage_(GetConsoleOutputCP()) {
+  SetConsoleOutputCP(CP_UTF8);
+  // Unbuffered, a character of several bytes would reach the console in pieces and not be shown.
+  std::setvbuf(stdout, nullptr, _IOFBF, 1 << 14);
+  std::setvbuf(stderr, nullptr, _IOFBF, 1 << 12);
+}
+
+Terminal::~Terminal() {
+  std::fflush(stdout);
+  std::fflush(stderr);
+  // The window is the shell's and goes on in its own code page.
+  if (oldCodePage_ != 0) SetConsoleOutputCP(oldCodePage_);
+}
+
+bool Terminal::OutputIsTerminal() {
+  DWORD mode = 0;
+  return GetConsoleMode(GetStdHandle(STD_OUTPUT_HANDLE), &mode) != 0;
+}
+
+std::vector<std::string> Terminal::CommandLineWords() {
+  int count = 0;
+  wchar_t** wide = CommandLineToArgvW(GetCommandLineW(), &count);
+  std::vector<std::string> words;
+  for (int i = 1; i < count; ++i) words.push_back(Utf8FromWide(wide[i]));
+  LocalFree(wide);
+  return words;
+}
+
+}  // namespace velquinctl

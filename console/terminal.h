@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// The console window around the program.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace velquinctl {
+
+/// Makes the console show UTF-8 for as long as the object lives. Owned by main.
+class Terminal {
+ public:
+  Terminal();
+  Terminal(const Terminal&) = delete;
+  Terminal& operator=(const Terminal&) = delete;
+  ~Terminal();
+
+  /// @return whether standard output is a console window and not a pipe or a file.
+  static bool OutputIsTerminal();
+
+  /// @return the words after the program's name, UTF-8.
+  static std::vector<std::string> CommandLineWords();
+
+ private:
+  unsigned oldCodePage_;
+};
+
+}  // namespace velquinctl

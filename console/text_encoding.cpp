@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// Conversions between UTF-8, wide texts and the system's narrow code page.
+#include "console/text_encoding.h"
+
+#include <windows.h>
+
+#include "console/failure.h"
+
+namespace velquinctl {
+namespace {
+
+std::wstring WideFrom(UINT codePage, std::string_view text) {
+  const int size = static_cast<int>(text.size());
+  const int count = MultiByteToWideChar(codePage, 0, text.data(), size, nullptr, 0);
+  std::wstring wide(static_cast<size_t>(count), L'\0');
+  MultiByteToWideChar(codePage, 0, text.data(), size, wide.data(), count);
+  return wide;
+}
+
+std::string NarrowFrom(UINT codePage, std::wstring_view text, BOOL* lost) {
+  const int size = static_cast<int>(text.size());
+  const DWORD flags = lost != nullptr ? WC_NO_BEST_FIT_CHARS : 0;
+  const int count =
+      WideCharToMultiByte(codePage, flags, text.data(), size, nullptr, 0, nullptr, lost);
+  std::string narrow(static_cast<size_t>(count), '\0');
+  WideCharToMultiByte(codePage, flags, text.data(), size, narrow.data(), count, nullptr, lost);
+  return narrow;
+}
+
+}  // namespace
+
+std::wstring WideFromUtf8(std::string_view text) {
+  return WideFrom(CP_UTF8, text);
+}
+
+std::string Utf8FromWide(std::wstring_view text) {
+  return NarrowFrom(CP_UTF8, text, nullptr);
+}
+
+std::string SystemFromUtf8(const std::string& what, std::string_view text) {
+  const std::wstring wide = WideFromUtf8(text);
+  // With UTF-8 as the system's code page nothing can be lost, and asking is an error.
+  if (GetACP() == CP_UTF8) return std::string(text);
+  BOOL lost = FALSE;
+  std::string narrow = NarrowFrom(CP_ACP, wide, &lost);
+  if (lost) {
+    throw Failure(
+        ExitCode::kWrongUsage,
+        what + ": \"" + std::string(text) + "\" has characters that this system's code page lacks");
+  }
+  return narrow;
+}
+
+std::string Utf8FromSystem(std::string_view text) {
+  return Utf8FromWide(WideFrom(CP_ACP, text));
+}
+
+}  // namespace velquinctl

@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: MIT
+// velquinctl commands that move a simulated mount through the real library.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <regex>
+
+#include "simulator/scripted_controller.h"
+#include "tests/console/mount_fixture.h"
+#include "tests/support/eventually.h"
+
+namespace {
+
+using nlohmann::json;
+using testing::Contains;
+using testing::HasSubstr;
+using testing::Not;
+using testing::SizeIs;
+using testing::StartsWith;
+
+constexpr int kTracking = 1;
+constexpr int kSlewing = 2;
+constexpr int kParked = 3;
+
+TEST_F(VelquinctlTest, GotoEndsWithThePositionReached) {
+  const ProgramResult result = RunVelquinctl({"goto", Address(), "5h34m31.9s", "+22d00m52s"});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_EQ(result.error, "");
+  EXPECT_NEAR(mount.RaDegrees(), 83.632917, 1e-3);
+  EXPECT_NEAR(mount.DecDegrees(), 22.014444, 1e-4);
+  EXPECT_EQ(mount.State(), kTracking);
+  EXPECT_THAT(result.OutLines().back(), StartsWith("reached 05h34m31.90s +22d00m52.0s"));
+}
+
+TEST_F(VelquinctlTest, GotoTakesNegativeDeclinationsAsTheyAreWritten) {
+  EXPECT_EQ(RunVelquinctl({"goto", Address(), "05:35:17", "-5:12:00"}).exitCode, 0);
+  EXPECT_NEAR(mount.DecDegrees(), -5.2, 1e-4);
+  EXPECT_EQ(RunVelquinctl({"goto", Address(), "83.8", "--", "-5.4"}).exitCode, 0);
+  EXPECT_NEAR(mount.DecDegrees(), -5.4, 1e-4);
+  EXPECT_NEAR(mount.RaDegrees(), 83.8, 1e-3);
+}
+
+TEST_F(VelquinctlTest, GotoForProgramsIsOneObject) {
+  const ProgramResult result = RunVelquinctl({"goto", Address(), "90.0", "20", "--json"});
+  EXPECT_EQ(result.exitCode, 0);
+  ASSERT_THAT(result.OutLines(), SizeIs(1));
+  const json reached = Json(result);
+  EXPECT_EQ(reached["ok"], true);
+  EXPECT_EQ(reached["targetRaDegrees"], 90.0);
+  EXPECT_NEAR(reached["raDegrees"].get<double>(), 90.0, 1e-3);
+  EXPECT_LE(reached["distanceDegrees"].get<double>(), 60 / 3600.0);
+  EXPECT_GT(reached["elapsedSeconds"].get<double>(), 0.5);
+}
+
+TEST_F(VelquinctlTest, GotoShowsItsProgressAsAsked) {
+  const ProgramResult live = RunVelquinctl({"goto", Address(), "6h", "20", "--progress", "live"});
+  EXPECT_THAT(live.out, HasSubstr("\r["));
+  EXPECT_THAT(live.out, HasSubstr("100%"));
+  EXPECT_THAT(live.OutLines(), SizeIs(2)) << "the redrawn line and the result";
+  const ProgramResult plain = RunVelquinctl({"goto", Address(), "5h", "10"});
+  EXPECT_THAT(plain.out, Not(HasSubstr("\r")));
+  EXPECT_THAT(plain.OutLines().front(), HasSubstr("left"));
+  const ProgramResult none = RunVelquinctl({"goto", Address(), "6h", "20", "--progress", "none"});
+  EXPECT_THAT(none.OutLines(), SizeIs(1));
+  const ProgramResult quiet = RunVelquinctl({"goto", Address(), "5h", "10", "--quiet"});
+  EXPECT_EQ(quiet.out, "");
+  EXPECT_EQ(quiet.exitCode, 0);
+}
+
+TEST_F(VelquinctlTest, ProgressBesideAJsonResultGoesToStandardError) {
+  const ProgramResult result =
+      RunVelquinctl({"goto", Address(), "6h", "20", "--json", "--progress", "plain"});
+  EXPECT_EQ(Json(result)["ok"], true);
+  EXPECT_THAT(result.error, HasSubstr("left"));
+}
+
+TEST_F(VelquinctlTest, ATargetBelowTheHorizonFailsWithTheDriversWords) {
+  mount.PointAt(6.0, 20.0);
+  const ProgramResult result =
+      RunVelquinctl({"goto", Address(), "5h", "-80", "--progress", "none"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_EQ(result.out, "");
+  ASSERT_THAT(result.ErrorLines(), SizeIs(1));
+  EXPECT_THAT(result.error, StartsWith("velquinctl: the mount did not move: target below the "));
+  EXPECT_THAT(result.error, HasSubstr("天体が地平線下です。"));
+  EXPECT_NEAR(mount.DecDegrees(), 20.0, 1e-4);
+  EXPECT_FALSE(mount.Saw("$MTSTP=1")) << "a mount that refused goes on as before";
+}
+
+TEST(VelquinctlSlowMount, AGotoThatTakesTooLongIsStopped) {
+  SimulatedMount mount(2.0);
+  const ProgramResult result =
+      RunVelquinctl({"goto", mount.Address(), "5h", "10", "--timeout", "1.5"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_THAT(result.ErrorLines(), SizeIs(1));
+  EXPECT_THAT(result.error, HasSubstr("was stopped"));
+  EXPECT_TRUE(mount.Saw("$MTSTP=1"));
+  EXPECT_TRUE(Eventually([&] { return mount.State() == kTracking; }, std::chrono::seconds(5)));
+  EXPECT_GT(mount.DecDegrees(), 30.0) << "far from the target";
+}
+
+TEST(VelquinctlSlowMount, CtrlCStopsTheMountAndEndsTheSession) {
+  SimulatedMount mount(2.0);
+  VelquinctlRun run({"goto", mount.Address(), "5h", "10"});
+  ASSERT_TRUE(Eventually([&] { return mount.State() == kSlewing; }, std::chrono::seconds(20)));
+  ASSERT_TRUE(run.Interrupt());
+  const ProgramResult result = run.Wait();
+  EXPECT_EQ(result.exitCode, 130);
+  EXPECT_EQ(result.error, "velquinctl: interrupted\n");
+  EXPECT_TRUE(mount.Saw("$MTSTP=1"));
+}
+
+TEST_F(VelquinctlTest, ASecondCtrlCEndsAtOnce) {
+  mount.PointAt(6.0, 10.0);
+  VelquinctlRun run({"pulse", Address(), "--north", "30000"});
+  ASSERT_TRUE(Eventually([&] { return mount.Saw("$MTMV2=30.000000,0.000000,1.000000"); },
+                         std::chrono::seconds(20)));
+  ASSERT_TRUE(run.Interrupt());
+  EXPECT_EQ(run.Wait(std::chrono::seconds(1)).exitCode, -1) << "the driver finishes its pulse";
+  ASSERT_TRUE(run.Interrupt());
+  EXPECT_EQ(run.Wait(std::chrono::seconds(10)).exitCode, 130);
+}
+
+TEST(VelquinctlDeafMount, FallingSilentEndsTheGoto) {
+  simulator::ScriptedController controller;
+  controller.LooksLikeAMount();
+  VelquinctlRun run({"goto", controller.Address(), "5h", "10", "--progress", "none"});
+  ASSERT_TRUE(controller.WaitFor("$MTTGT=3,5.000000,10.000000,", 20000));
+  controller.IsSilentTo("$MTSTA?");
+  const ProgramResult result = run.Wait();
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_EQ(result.error, "velquinctl: " + controller.Address() + " does not answer any more\n");
+}
+
+TEST(VelquinctlDeafMount, AGotoThatNothingFollowsIsReported) {
+  simulator::ScriptedController controller;
+  controller.LooksLikeAMount();
+  controller.Status("61055.5,1,0,0,0,45.0,270,30,6.0,22.5,4");
+  const ProgramResult result =
+      RunVelquinctl({"goto", controller.Address(), "5h", "10", "--progress", "none"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_EQ(result.error,
+            "velquinctl: the mount did not move: target below the horizon or command refused\n");
+  EXPECT_FALSE(controller.Saw("$MTSTP=1"));
+}
+
+TEST_F(VelquinctlTest, SyncMakesTheMountBelieveThePosition) {
+  mount.PointAt(6.0, 20.0);
+  const ProgramResult result = RunVelquinctl({"sync", Address(), "6h01m", "20.5"});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_NEAR(mount.RaDegrees(), 90.25, 1e-3);
+  EXPECT_NEAR(mount.DecDegrees(), 20.5, 1e-4);
+  EXPECT_THAT(result.out, HasSubstr("06h01m00.00s +20d30m00.0s"));
+}
+
+TEST(VelquinctlDeafMount, ASyncThatChangesNothingIsReported) {
+  simulator::ScriptedController controller;
+  controller.LooksLikeAMount();
+  controller.Status("61055.5,1,0,0,0,45.0,270,30,6.0,22.5,4");
+  const ProgramResult result =
+      RunVelquinctl({"sync", controller.Address(), "6h", "10", "--timeout", "1"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_THAT(result.error, HasSubstr("06h00m00.00s +22d30m00.0s, 12.50° away"));
+}
+
+TEST(VelquinctlSlowMount, StopEndsASlew) {
+  SimulatedMount mount(8.0);
+  mount.Say("$MTTGT=3,5.0,10.0,");
+  ASSERT_EQ(mount.State(), kSlewing);
+  const ProgramResult result = RunVelquinctl({"stop", mount.Address()});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_THAT(result.out, StartsWith("stopped at "));
+  EXPECT_EQ(mount.State(), kTracking);
+  EXPECT_GT(mount.DecDegrees(), 15.0) << "on the way";
+}
+
+TEST_F(VelquinctlTest, HomeAndParkAndUnparkAreWaitedFor) {
+  mount.PointAt(6.0, 20.0);
+  const ProgramResult home = RunVelquinctl({"home", Address()});
+  EXPECT_EQ(home.exitCode, 0);
+  EXPECT_THAT(home.OutLines().back(), StartsWith("home, at "));
+  EXPECT_NEAR(mount.DecDegrees(), 90.0, 1e-4);
+
+  const ProgramResult park = RunVelquinctl({"park", Address()});
+  EXPECT_EQ(park.exitCode, 0);
+  EXPECT_THAT(park.OutLines().back(), StartsWith("parked at "));
+  EXPECT_EQ(mount.State(), kParked);
+  EXPECT_EQ(Json(RunVelquinctl({"status", Address(), "--json"}))["ready"], false);
+
+  const ProgramResult unpark = RunVelquinctl({"unpark", Address()});
+  EXPECT_EQ(unpark.exitCode, 0);
+  EXPECT_THAT(unpark.out, StartsWith("unparked: "));
+  EXPECT_EQ(mount.State(), kTracking);
+}
+
+TEST(VelquinctlDeafMount, AParkThatDoesNotHappenIsReported) {
+  simulator::ScriptedController controller;
+  controller.LooksLikeAMount();
+  controller.Status("61055.5,1,0,0,0,45.0,270,30,6.0,22.5,4");
+  const ProgramResult result =
+      RunVelquinctl({"park", controller.Address(), "--timeout", "2", "--progress", "none"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_THAT(result.ErrorLines(), SizeIs(1));
+  EXPECT_TRUE(controller.Saw("$MTTGT=2,270.000000,30.000000,Park"));
+}
+
+TEST_F(VelquinctlTest, SlewRenewsTheMoveAndEndsItInTime) {
+  mount.PointAt(6.0, 10.0);
+  const ProgramResult result =
+      RunVelquinctl({"slew", Address(), "north", "--speed", "9", "--for", "1.5"});
+  EXPECT_EQ(result.exitCode, 0);
+  const auto commands = mount.Commands();
+  EXPECT_GE(std::count(commands.begin(), commands.end(), "$MTMV2=1.000000,0.000000,200.000000"), 5);
+  EXPECT_EQ(commands.back(), "$MTMV2=1.000000,0.000000,0.000000");
+  // 200 times 15.04 seconds of arc a second, for a second and a half; a second more if nobody
+  // ended the last move.
+  EXPECT_NEAR(mount.DecDegrees(), 10.0 + 1.5 * 200 * 15.04 / 3600, 0.35);
+  EXPECT_TRUE(
+      std::regex_match(result.OutLines().back(), std::regex("moved [0-9.]+.* north, to .*")))
+      << result.out;
+}
+
+TEST(VelquinctlDeafMount, ASlewThatMovesNothingIsReported) {
+  simulator::ScriptedController controller;
+  controller.LooksLikeAMount();
+  const ProgramResult result = RunVelquinctl({"slew", controller.Address(), "east", "--quiet"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_EQ(result.error, "velquinctl: the mount did not move\n");
+}
+
+TEST_F(VelquinctlTest, PulsesAreSentOneAfterTheOther) {
+  mount.PointAt(6.0, 10.0);
+  const ProgramResult result = RunVelquinctl({"pulse", Address(), "--north", "400", "--west", "250",
+                                              "--rate-dec", "2", "--rate-ra", "0.5", "--json"});
+  EXPECT_EQ(result.exitCode, 0);
+  const auto commands = mount.Commands();
+  ASSERT_GE(commands.size(), 2u);
+  EXPECT_EQ(commands[commands.size() - 2], "$MTMV2=0.400000,0.000000,2.000000");
+  EXPECT_EQ(commands.back(), "$MTMV2=0.250000,0.500000,0.000000");
+  const json moved = Json(result);
+  EXPECT_EQ(moved["northMs"], 400);
+  EXPECT_NEAR((moved["decDegrees"].get<double>() - 10.0) * 3600, 0.4 * 2 * 15.04, 0.5);
+}
+
+}  // namespace
