@@ -1,0 +1,32 @@
+# SPDX-License-Identifier: MIT
+# Where Wine lives for this checkout, and with which settings. Sourced after common.sh.
+#
+# There are two prefixes. Wine ties a prefix's desktop to the display of the first program that
+# opens a window, and every later program gets that desktop as long as it lasts; a program without
+# a display next to one with a display would then fail to open windows. So the two never meet.
+wine_home=$root/build/wine
+if [[ -n ${DISPLAY:-} ]]; then
+  WINEPREFIX=$wine_home/prefix
+else
+  WINEPREFIX=$wine_home/prefix-headless
+fi
+wine_loader=/usr/lib/wine/wine64
+wine_server=/usr/lib/wine/wineserver64
+# Raise it when wine-prefix changes what it puts into a prefix.
+wine_prefix_version=1
+wine_prefix_stamp=$WINEPREFIX/velquin-prefix-$wine_prefix_version
+
+# Put before a command that starts Wine: "${wine_env[@]}" COMMAND. The shell itself must not have
+# these: Japanese file names need a Japanese locale, which only Wine can find.
+# A home of its own, because a prefix links its document folders to the home folder.
+# Without winedbg.exe=d a crashed program now and then ends with exit code 0.
+wine_env=(
+  env HOME="$WINEPREFIX.home" WINEPREFIX="$WINEPREFIX" WINEARCH=win64 WINEDEBUG=-all
+  WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d;winedbg.exe=d"
+  LOCPATH="$wine_home/locale" LC_ALL=ja_JP.UTF-8
+)
+
+# wine_ready: makes the prefix when it is not there.
+wine_ready() {
+  [[ -e $wine_prefix_stamp && -d $wine_home/locale/ja_JP.UTF-8 ]] || "$root/scripts/wine-prefix"
+}
