@@ -11,6 +11,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <type_traits>
 
 namespace logging::orlin {
 
@@ -49,7 +50,14 @@ class Logger {
   static void Append(std::string& message, char part) { message += part; }
   template <typename Number>
   static void Append(std::string& message, Number part) {
-    message += std::to_string(part);
+    if constexpr (std::is_floating_point_v<Number>) {
+      // As a stream writes it; to_string always has six decimals.
+      char text[32];
+      std::snprintf(text, sizeof text, "%g", static_cast<double>(part));
+      message += text;
+    } else {
+      message += std::to_string(part);
+    }
   }
 
   std::mutex mutex;

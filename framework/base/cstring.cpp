@@ -104,8 +104,11 @@ CString& CString::operator+=(const char* text) {
 void CString::Append(const char* text, int length) {
   if (text == nullptr || length <= 0) return;
   const int before = GetLength();
+  // A part of this very text moves with it.
+  const bool own = text >= m_pszData && text <= m_pszData + before;
+  const ptrdiff_t offset = own ? text - m_pszData : 0;
   char* target = PrepareWrite(before + length);
-  std::memcpy(target + before, text, static_cast<size_t>(length));
+  std::memcpy(target + before, own ? target + offset : text, static_cast<size_t>(length));
   SetLength(before + length);
 }
 

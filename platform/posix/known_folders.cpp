@@ -4,16 +4,26 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "platform/posix/wide_path.h"
+
 namespace platform {
 
 bool LocalAppDataFolder(std::wstring& folder) {
-  if (const char* data = std::getenv("XDG_DATA_HOME"); data != nullptr && *data != '\0') {
-    folder = std::filesystem::path(data).wstring();
-    return true;
-  }
+  const char* data = std::getenv("XDG_DATA_HOME");
   const char* home = std::getenv("HOME");
-  if (home == nullptr || *home == '\0') return false;
-  folder = (std::filesystem::path(home) / ".local/share").wstring();
+  std::filesystem::path path;
+  if (data != nullptr && *data != '\0') {
+    path = data;
+  } else if (home != nullptr && *home != '\0') {
+    path = std::filesystem::path(home) / ".local/share";
+  } else {
+    return false;
+  }
+  try {
+    folder = ToWide(path);
+  } catch (const std::filesystem::filesystem_error&) {
+    return false;
+  }
   return true;
 }
 

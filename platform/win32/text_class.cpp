@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/text_class.h"
 
+#include <cstring>
+// After the C++ headers, which these two upset.
 #include <mbctype.h>
 #include <mbstring.h>
 
@@ -15,9 +17,14 @@ int CompareTextNoCase(const char* first, const char* second) {
                   reinterpret_cast<const unsigned char*>(second));
 }
 
+// Not _mbsstr: under Wine that finds second bytes too.
 const char* FindText(const char* text, const char* part) {
-  return reinterpret_cast<const char*>(_mbsstr(reinterpret_cast<const unsigned char*>(text),
-                                               reinterpret_cast<const unsigned char*>(part)));
+  const size_t length = std::strlen(part);
+  while (*text != '\0') {
+    if (std::strncmp(text, part, length) == 0) return text;
+    text += _ismbblead(static_cast<unsigned char>(text[0])) && text[1] != '\0' ? 2 : 1;
+  }
+  return length == 0 ? text : nullptr;
 }
 
 }  // namespace platform
