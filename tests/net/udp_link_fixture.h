@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+// The language of the link's tests: a controller that does as it is told, and one link to it.
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "net/udp_link.h"
+#include "simulator/scripted_controller.h"
+#include "tests/net/platform_faults.h"
+#include "tests/net/record_texts.h"
+#include "tests/net/udp_link_probe.h"
+#include "tests/support/eventually.h"
+
+class UdpLink : public testing::Test {
+ protected:
+  // Longer than anything takes that is not broken.
+  static constexpr int kDeadlineMs = 5000;
+
+  int Open() {
+    return link.Open(controller.Address().c_str(), simulator::ScriptedController::kPort);
+  }
+  /// Opens the link; a silence is waited for this long.
+  void Connect(int timeOutMs = kDeadlineMs) {
+    ASSERT_EQ(link.SetTimeOut(timeOutMs), 1);
+    ASSERT_EQ(Open(), 1);
+  }
+  /// A link that gives up soon, for tests of silence.
+  void ConnectImpatiently() { Connect(30); }
+
+  std::string Query(const std::string& command) {
+    const CString reply = link.Query(command.c_str());
+    return std::string(reply.GetString(), static_cast<size_t>(reply.GetLength()));
+  }
+  std::vector<std::string> Records() const { return RecordTexts(link.GetTimeOutErrors()); }
+
+  /// From now on time passes only as the test says.
+  void StopTheClock() {
+    faults.processClockMs = [this] { return nowMs; };
+  }
+  /// Every exchange takes this long by the clock, and no time really.
+  void EveryExchangeTakes(int durationMs) {
+    StopTheClock();
+    faults.wait = [this, durationMs](platform::SocketHandle socket,
+                                     const platform::WaitTime& timeOut) {
+      nowMs += durationMs;
+      return platform::WaitReadable(socket, timeOut);
+    };
+  }
+
+  simulator::ScriptedController controller;
+  PlatformFaults faults;  // after the controller, whose sockets are none of its business
+  int32_t nowMs = 1000;
+  CUdpLink link;
+  UdpLinkProbe probe{link};
+};
