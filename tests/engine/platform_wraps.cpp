@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#include "tests/engine/platform_wraps.h"
+
+#include <atomic>
+#include <mutex>
+
+#include "platform/clock.h"
+#include "platform/threads.h"
+
+namespace {
+
+constexpr int kLongestRealSleepMs = 60'000;
+
+std::atomic<bool> noThreads = false;
+std::atomic<bool> noLocks = false;
+std::atomic<bool> noLocalTime = false;
+std::atomic<uint32_t> lockError = 0;
+
+std::mutex sleepsLock;
+std::vector<int> sleeps;  // guarded by sleepsLock
+
+}  // namespace
+
+PlatformWraps::PlatformWraps() {
+  const std::lock_guard guard(sleepsLock);
+  sleeps.clear();
+}
+
+PlatformWraps::~PlatformWraps() {
+  WorksAgain();
+}
+
+void PlatformWraps::HasNoThreads() {
+  noThreads = true;
+}
+
+void PlatformWraps::HasNoLocks(unsigned systemError) {
+  lockError = systemError;
+  noLocks = true;
+}
+
+void PlatformWraps::HasNoLocalTime() {
+  noLocalTime = true;
+}
+
+void PlatformWraps::WorksAgain() {
+  noThreads = noLocks = noLocalTime = false;
+}
+
+std::vector<int> PlatformWraps::Sleeps() const {
+  const std::lock_guard guard(sleepsLock);
+  return sleeps;
+}
+
+// The linker's names: __wrap_ is called by the code under test, __real_ is platform's own.
+#ifdef _WIN32
+#define LOCAL_TIME(kind) kind##_ZN8platform9LocalTimeExR2tm
+#else
+#define LOCAL_TIME(kind) kind##_ZN8platform9LocalTimeElR2tm
+#endif
+
+extern "C" {
+
+platform::Thread* __real__ZN8platform11BeginThreadEPFvPvES0_(platform::ThreadRoutine, void*);
+platform::Thread* __wrap__ZN8platform11BeginThreadEPFvPvES0_(platform::ThreadRoutine routine,
+                                                             void* parameter) {
+  if (noThreads) return nullptr;
+  return __real__ZN8platform11BeginThreadEPFvPvES0_(routine, parameter);
+}
+
+platform::RecursiveLock* __real__ZN8platform19CreateRecursiveLockERj(uint32_t&);
+platform::RecursiveLock* __wrap__ZN8platform19CreateRecursiveLockERj(uint32_t& error) {
+  if (!noLocks) return __real__ZN8platform19CreateRecursiveLockERj(error);
+  error = lockError;
+  return nullptr;
+}
+
+void __real__ZN8platform7SleepMsEi(int);
+void __wrap__ZN8platform7SleepMsEi(int durationMs) {
+  {
+    const std::lock_guard guard(sleepsLock);
+    sleeps.push_back(durationMs);
+  }
+  if (durationMs <= kLongestRealSleepMs) __real__ZN8platform7SleepMsEi(durationMs);
+}
+
+bool LOCAL_TIME(__real_)(int64_t, std::tm&);
+bool LOCAL_TIME(__wrap_)(int64_t secondsSince1970, std::tm& local) {
+  return !noLocalTime && LOCAL_TIME(__real_)(secondsSince1970, local);
+}
+
+}  // extern "C"

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// Calls of the code under test into platform/ that the tests want to see or to fail. The linker
+// sends them here (CMakeLists.txt); unless a test says otherwise they go on to the real functions.
+#pragma once
+
+#include <vector>
+
+/// Everything is as usual again when the object goes. One at a time; any thread may make the calls.
+class PlatformWraps {
+ public:
+  PlatformWraps();  ///< forgets the calls seen so far
+  ~PlatformWraps();
+  PlatformWraps(const PlatformWraps&) = delete;
+  PlatformWraps& operator=(const PlatformWraps&) = delete;
+
+  /// From now on the system has none to give, or cannot convert.
+  void HasNoThreads();
+  void HasNoLocks(unsigned systemError);
+  void HasNoLocalTime();
+  void WorksAgain();
+
+  /// @return the sleeps that were asked for, ms, oldest first. Those above a minute are not slept.
+  std::vector<int> Sleeps() const;
+};

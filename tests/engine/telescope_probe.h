@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+// What the engine and its thread base keep to themselves.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "engine/telescope.h"
+
+class ThreadCtrlProbe {
+ public:
+  explicit ThreadCtrlProbe(CThreadCtrl& thread) : ctrl(thread) {}
+
+  bool HasThread() const { return ctrl.thread != nullptr; }
+  void SetPeriod(int32_t ms) { ctrl.period = ms; }
+  void StopRunning() { ctrl.running = 0; }  ///< on the worker
+  int32_t FastPoll() {
+    const CSingleLock guard(ctrl.lock);
+    return ctrl.fastPoll;
+  }
+  void SetFastPoll(int32_t value) {
+    const CSingleLock guard(ctrl.lock);
+    ctrl.fastPoll = value;
+  }
+
+ private:
+  CThreadCtrl& ctrl;
+};
+
+class TelescopeProbe {
+ public:
+  explicit TelescopeProbe(CTelescope& engine) : telescope(engine) {}
+
+  void Enqueue(int32_t code) {
+    const CSingleLock guard(telescope.lock);
+    telescope.Enqueue(code);
+  }
+  std::vector<int> Queue() {
+    const CSingleLock guard(telescope.lock);
+    std::vector<int> codes;
+    for (ptrdiff_t i = 0; i < telescope.CommandQueue.GetSize(); ++i) {
+      codes.push_back(telescope.CommandQueue[i]);
+    }
+    return codes;
+  }
+  /// @return true when the worker has performed all that was queued.
+  bool IsIdle() {
+    const CSingleLock guard(telescope.lock);
+    return telescope.CommandQueue.IsEmpty() && telescope.busy == 0;
+  }
+
+  /// North, south, east, west.
+  std::vector<int32_t> HandFlags() {
+    const CSingleLock guard(telescope.lock);
+    return {telescope.handNorth, telescope.handSouth, telescope.handEast, telescope.handWest};
+  }
+  int32_t StoredEastWest() {
+    const CSingleLock guard(telescope.lock);
+    return telescope.eastWest;
+  }
+  int64_t SiteTimeStamp() {
+    const CSingleLock guard(telescope.lock);
+    return telescope.siteTimeStamp;
+  }
+  std::string Address() const { return telescope.address.GetString(); }
+  std::string Vendor() { return Text(telescope.vendor); }
+  std::string Name() { return Text(telescope.name); }
+  int32_t FailedPolls() const { return telescope.PollFailCount; }
+
+ private:
+  std::string Text(const CString& text) {
+    const CSingleLock guard(telescope.lock);
+    return text.GetString();
+  }
+
+  CTelescope& telescope;
+};

@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: MIT
+// The engine as it is made, its stored texts, and its window.
+#include <future>
+#include <thread>
+
+#include "tests/engine/engine_fixture.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Telescope : public EngineTest {};
+
+TEST_F(Telescope, KnowsNothingAtFirst) {
+  double radec[2] = {7.0, 7.0};
+  EXPECT_EQ(telescope.GetPos(radec), 0);
+  EXPECT_THAT(radec, ElementsAre(-1.0, -1.0));
+  EXPECT_EQ(telescope.GetParking(), 0);
+  EXPECT_EQ(telescope.GetEastWest(), 0);
+  EXPECT_EQ(telescope.GetBusy(), 0);
+  EXPECT_EQ(telescope.GetConnected(), 0);
+  EXPECT_EQ(telescope.GetSlewing(), 0);
+  EXPECT_EQ(telescope.GetTargetValid(), 0);
+  EXPECT_EQ(telescope.GetStatus(), 1);
+  EXPECT_EQ(telescope.GetSlewSpeedMax(), 9);
+  EXPECT_THAT(probe.Queue(), IsEmpty());
+}
+
+TEST_F(Telescope, CountsANegativeRightAscensionAsNone) {
+  controller.Status("60000.5,1,0,0,0,45.0,10,20,-0.5,22.5,4");
+  StartSession();
+  double radec[2] = {};
+  EXPECT_EQ(telescope.GetPos(radec), 0);
+  EXPECT_THAT(radec, ElementsAre(-7.5, 22.5));
+}
+
+TEST_F(Telescope, CountsARightAscensionOfZeroAsAPosition) {
+  controller.Status("60000.5,1,0,0,0,45.0,10,20,0.0,-90.0,4");
+  StartSession();
+  double radec[2] = {};
+  EXPECT_EQ(telescope.GetPos(radec), 1);
+  EXPECT_THAT(radec, ElementsAre(0.0, -90.0));
+}
+
+TEST_F(Telescope, GoesBackToItsFirstStateWhenReset) {
+  StartSession();
+  const double target[2] = {1.0, 2.0};
+  telescope.SetPos(target);
+  telescope.SetEastWest(1);
+  telescope.SetName("Scope");
+  telescope.SetVendor("Vendor");
+  telescope.End();
+  telescope.Slew(1, 1, 1);
+  telescope.OnReset();
+  double radec[2] = {};
+  EXPECT_EQ(telescope.GetPos(radec), 0);
+  EXPECT_THAT(radec, ElementsAre(-1.0, -1.0));
+  EXPECT_EQ(telescope.GetBusy(), 0);
+  EXPECT_EQ(telescope.GetParking(), 0);
+  EXPECT_EQ(telescope.GetTargetValid(), 0);
+  EXPECT_EQ(probe.StoredEastWest(), 0);
+  EXPECT_THAT(probe.HandFlags(), ElementsAre(0, 0, 0, 0));
+  EXPECT_THAT(probe.Queue(), IsEmpty());
+  EXPECT_EQ(probe.Name(), "");
+  EXPECT_EQ(probe.Vendor(), "");
+}
+
+TEST_F(Telescope, StoresTextsAndCopiesThem) {
+  char text[] = "first";
+  EXPECT_EQ(telescope.SetVendor(text), 1);
+  EXPECT_EQ(telescope.SetName(text), 1);
+  EXPECT_EQ(telescope.SetLogPath(text), 1);
+  EXPECT_EQ(telescope.SetLogPrefix(text), 1);
+  EXPECT_EQ(telescope.SetIni(text, text), 1);
+  text[0] = 'F';
+  EXPECT_EQ(probe.Vendor(), "first");
+  EXPECT_EQ(probe.Name(), "first");
+}
+
+TEST_F(Telescope, TakesNullForAnEmptyText) {
+  telescope.SetVendor("Vendor");
+  EXPECT_EQ(telescope.SetVendor(nullptr), 1);
+  EXPECT_EQ(probe.Vendor(), "");
+  EXPECT_EQ(telescope.SetIni(nullptr, nullptr), 1);
+  EXPECT_EQ(Connect(), 1);
+  EXPECT_TRUE(controller.Saw("$MTCOM=0.000000,3.000000"));
+}
+
+// --- Window ------------------------------------------------------------------------------------
+
+// What happened to the windows that the engine asked for.
+struct WindowNotes {
+  std::vector<std::string> events;
+  CTelescope* engine = nullptr;
+  HWND owner = nullptr;
+  bool hadWorkerAtTheEnd = false;
+  bool lockWasHeldAtTheEnd = false;
+  bool refuse = false;
+} notes;
+
+class NotingWindow : public IControllerWindow {
+ public:
+  ~NotingWindow() override {
+    notes.events.push_back("delete");
+    notes.hadWorkerAtTheEnd = ThreadCtrlProbe(*notes.engine).HasThread();
+    // Another thread gets the engine's lock only when this one does not hold it.
+    auto other = std::make_shared<std::promise<void>>();
+    std::future<void> entered = other->get_future();
+    std::thread([engine = notes.engine, other] {
+      engine->GetStatus();
+      other->set_value();
+    }).detach();
+    using namespace std::chrono_literals;
+    notes.lockWasHeldAtTheEnd = entered.wait_for(200ms) == std::future_status::timeout;
+  }
+};
+
+IControllerWindow* OpenNotingWindow(CTelescope& engine, const CString& vendor, const CString& name,
+                                    HWND owner) {
+  notes.events.push_back(std::string("new ") + vendor.GetString() + " " + name.GetString());
+  notes.engine = &engine;
+  notes.owner = owner;
+  return notes.refuse ? nullptr : new NotingWindow;
+}
+
+class ControllerWindow : public Telescope {
+ protected:
+  ControllerWindow() {
+    notes = {};
+    telescope.SetVendor("Vendor");
+    telescope.SetName("Name");
+    telescope.SetControllerWindowFactory(&OpenNotingWindow);
+  }
+  ~ControllerWindow() override { telescope.ShowController(false); }
+};
+
+TEST_F(ControllerWindow, OpensWithTheHostsTextsAndOwner) {
+  telescope.AttachOwner(reinterpret_cast<HWND>(0x40));
+  EXPECT_EQ(telescope.ShowController(true), 1);
+  EXPECT_THAT(notes.events, ElementsAre("new Vendor Name"));
+  EXPECT_EQ(notes.engine, &telescope);
+  EXPECT_EQ(notes.owner, reinterpret_cast<HWND>(0x40));
+}
+
+TEST_F(ControllerWindow, OpensWithoutAnOwner) {
+  telescope.ShowController(true);
+  EXPECT_EQ(notes.owner, nullptr);
+}
+
+TEST_F(ControllerWindow, ClosesAnOpenOneBeforeItOpensTheNext) {
+  telescope.ShowController(true);
+  telescope.SetName("Other");
+  EXPECT_EQ(telescope.ShowController(true), 1);
+  EXPECT_THAT(notes.events, ElementsAre("new Vendor Name", "delete", "new Vendor Other"));
+}
+
+TEST_F(ControllerWindow, ClosesOnce) {
+  telescope.ShowController(true);
+  EXPECT_EQ(telescope.ShowController(false), 1);
+  EXPECT_EQ(telescope.ShowController(false), 1);
+  EXPECT_THAT(notes.events, ElementsAre("new Vendor Name", "delete"));
+}
+
+TEST_F(ControllerWindow, MayFailToOpen) {
+  notes.refuse = true;
+  EXPECT_EQ(telescope.ShowController(true), 1);
+  EXPECT_EQ(telescope.ShowController(false), 1);
+  EXPECT_THAT(notes.events, ElementsAre("new Vendor Name"));
+}
+
+TEST_F(ControllerWindow, IsNotOpenedWithoutAFactory) {
+  telescope.SetControllerWindowFactory(nullptr);
+  EXPECT_EQ(telescope.ShowController(true), 1);
+  EXPECT_EQ(telescope.ShowController(false), 1);
+  EXPECT_THAT(notes.events, IsEmpty());
+}
+
+TEST_F(ControllerWindow, ClosesAtTheEndOfTheSessionBeforeTheWorkerIsWaitedForAndUnderTheLock) {
+  StartSession();
+  telescope.ShowController(true);
+  telescope.End();
+  EXPECT_THAT(notes.events, ElementsAre("new Vendor Name", "delete"));
+  EXPECT_TRUE(notes.hadWorkerAtTheEnd);
+  EXPECT_TRUE(notes.lockWasHeldAtTheEnd);
+}
+
+TEST_F(ControllerWindow, ClosesWithTheEngine) {
+  {
+    CTelescope other;
+    other.SetControllerWindowFactory(&OpenNotingWindow);
+    other.ShowController(true);
+  }
+  EXPECT_THAT(notes.events, ElementsAre("new  ", "delete"));
+}
+
+}  // namespace
