@@ -4,7 +4,8 @@
 #include "api/module_object.h"
 #include "api/velquin_app.h"
 #include "engine/telescope.h"
-#include "ui/dlg_controller.h"
+#include "framework/win/instance.h"
+#include "ui/controller_window.h"
 
 namespace {
 
@@ -21,7 +22,7 @@ CTelescope& TheTelescope() {
 bool ModuleAttached() {
   CVelquinApp& app = appObject.Get();
   app.SetCurrentHandles();
-  TheTelescope().SetControllerWindowFactory(&CDlgController::Open);
+  TheTelescope().SetControllerWindowFactory(&CControllerWindow::Open);
   return app.InitInstance() != FALSE;
 }
 
@@ -31,5 +32,9 @@ void ModuleDetaching(bool processEnds) {
     appObject.Abandon();
     return;
   }
+  AfxSetUnloading();
+  // The window goes before the brushes it is painted with. At the end of the process a thread that
+  // was stopped may hold the engine's lock.
+  if (!processEnds) TheTelescope().ShowController(false);
   appObject.Get().ExitInstance();
 }

@@ -16,10 +16,11 @@
  *    move) when it is idle, and after the requests before it when it is not. Whether the controller
  *    accepts it shows only in later status. Requests queued while no session runs are kept and
  *    performed by the next session's first cycle.
- *  - Any thread may call any function at any time, within these bounds: TelescopeDialog belongs on
- *    the thread that runs the window's messages, and so does TelescopeEnd while the window is open;
- *    none may be called from DllMain; TelescopeStart, TelescopeCheck and TelescopeEnd wait for each
- *    other, also while TelescopeStart shows its message box. Nothing is thrown.
+ *  - Any thread may call any function at any time, within these bounds: a window is opened on a
+ *    thread that runs a message loop; none may be called from DllMain; TelescopeStart,
+ *    TelescopeCheck and TelescopeEnd wait for each other, also while TelescopeStart shows its
+ *    message box, and TelescopeEnd waits until a message box of the worker is answered. Nothing is
+ *    thrown.
  *
  * Calling order: the TelescopeSet... texts, optionally TelescopeCheck, TelescopeStart,
  * TelescopeBaseSetting, then queries and commands in any mix, and TelescopeEnd exactly once for
@@ -229,7 +230,9 @@ typedef int32_t (*TelescopeSetEastWestFn)(TelescopeWindow, int32_t);
 /* --- Window ----------------------------------------------------------------------------------- */
 
 /** Shows the hand-controller window (a window that is open is replaced) or closes it.
- *  Call it on a thread that runs a message loop. @param show non-zero shows @return 1. */
+ *  Show it on a thread that runs a message loop. When it is closed on another thread, here or by
+ *  TelescopeEnd, it stops at once to drive the mount and disappears as soon as its own thread
+ *  handles messages. @param show non-zero shows @return 1. */
 VELQUIN_API int32_t TelescopeDialog(TelescopeWindow window, int32_t show);
 typedef int32_t (*TelescopeDialogFn)(TelescopeWindow, int32_t);
 

@@ -8,8 +8,8 @@
 
 class CTelescope;
 
-/// A window that is open as long as the object lives. Owned by the engine. Made and destroyed on
-/// the thread that runs its messages.
+/// A window that is open as long as the object lives. Owned by the engine. Made on the thread that
+/// runs its messages; destroyed on any, perhaps with the engine's lock held, so it waits for none.
 class IControllerWindow {
  public:
   virtual ~IControllerWindow() = default;

@@ -66,11 +66,19 @@ int CTelescope::SetIni(const char* file, const char* section) {
 }
 
 int CTelescope::ShowController(bool show) {
-  controllerDialog.reset();
+  ReplaceController(nullptr);
   if (!show || windowFactory == nullptr) return 1;
-  controllerDialog.reset(
-      windowFactory(*this, Copy(&CTelescope::vendor), Copy(&CTelescope::name), OwnerWindow()));
+  // Not under the lock: other threads may have to answer messages before the window stands.
+  ReplaceController(std::unique_ptr<IControllerWindow>(
+      windowFactory(*this, Copy(&CTelescope::vendor), Copy(&CTelescope::name), OwnerWindow())));
   return 1;
+}
+
+// The window that was there closes after the exchange, so that no two threads close it.
+void CTelescope::ReplaceController(std::unique_ptr<IControllerWindow> window) {
+  Lock();
+  controllerDialog.swap(window);
+  Unlock();
 }
 
 CString CTelescope::Copy(CString CTelescope::*text) {

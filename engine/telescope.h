@@ -106,7 +106,8 @@ class CTelescope : public CThreadCtrl {
 
   /// Says how the hand-controller window is opened; null (as at first) means it is not.
   void SetControllerWindowFactory(ControllerWindowFactory factory) { windowFactory = factory; }
-  /// Opens the window anew, or closes it. On the thread that runs its messages. @return 1.
+  /// Opens the window anew, on the calling thread, or closes it; closing works on any thread.
+  /// @return 1.
   int ShowController(bool show);
 
   // --- Hooks of the worker
@@ -156,6 +157,7 @@ class CTelescope : public CThreadCtrl {
   void SendClock();
   void ReadSiteAndClock();
 
+  void ReplaceController(std::unique_ptr<IControllerWindow> window);
   CString Copy(CString CTelescope::*text);
   int Store(CString CTelescope::*text, const char* value);
   int Read(int32_t CTelescope::*flag);
@@ -174,7 +176,7 @@ class CTelescope : public CThreadCtrl {
   int32_t operating GUARDED_BY(lock) = 0;    // the last status said: ready to observe
   int32_t eastWest GUARDED_BY(lock) = 0;     // last pier side set or asked for
   int32_t targetValid GUARDED_BY(lock) = 0;  // a target has been stored
-  std::unique_ptr<IControllerWindow> controllerDialog;
+  std::unique_ptr<IControllerWindow> controllerDialog GUARDED_BY(lock);
   int32_t handSpeed GUARDED_BY(lock) = 0;
   int32_t handEast GUARDED_BY(lock) = 0;
   int32_t handWest GUARDED_BY(lock) = 0;

@@ -52,14 +52,21 @@ int CThreadCtrl::EndThread() {
 }
 
 void CThreadCtrl::AttachOwner(HWND window) {
+  const CSingleLock guard(lock);
   DetachOwner();
   owner = new COwnerWindow;
   owner->Attach(window);
 }
 
 void CThreadCtrl::DetachOwner() {
+  const CSingleLock guard(lock);
   if (owner == nullptr) return;
   owner->Detach();
   delete owner;
   owner = nullptr;
+}
+
+HWND CThreadCtrl::OwnerWindow() {
+  const CSingleLock guard(lock);
+  return owner == nullptr ? nullptr : owner->m_hWnd;
 }

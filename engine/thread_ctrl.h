@@ -43,7 +43,7 @@ class CThreadCtrl {
   void AttachOwner(HWND window);
   void DetachOwner();
   /// @return the window kept, or null.
-  HWND OwnerWindow() const { return owner == nullptr ? nullptr : owner->m_hWnd; }
+  HWND OwnerWindow();
 
   void Lock() ACQUIRE(lock) { lock.Lock(); }
   void Unlock() RELEASE(lock) { lock.Unlock(); }
@@ -53,8 +53,8 @@ class CThreadCtrl {
  protected:
   friend class ThreadCtrlProbe;  // the tests' view of the rhythm
 
-  CWinThread* thread = nullptr;           // owned; null while no worker runs
-  COwnerWindow* owner = nullptr;          // owned; the window in it is the host's
+  CWinThread* thread = nullptr;                    // owned; null while no worker runs
+  COwnerWindow* owner GUARDED_BY(lock) = nullptr;  // owned; the window in it is the host's
   int32_t running = 0;                    // nothing clears it: the loop ends through a hook
   CCriticalSection lock;                  // guards what the host's threads and the worker share
   int32_t fastPoll GUARDED_BY(lock) = 0;  // non-zero halves the sleep

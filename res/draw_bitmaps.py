@@ -1,17 +1,19 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
 """Draws the library's bitmaps into res/bitmaps/. Run it after changing a shape or a colour here and
-commit what it wrote; a test compares the two.
+commit what it wrote. With --check it writes nothing and fails when a file differs from its drawing;
+the tests do that.
 
   caption_buttons.bmp  132 x 56: cells of 22 x 14. Columns: normal, hot, pressed of an active window,
                        then of an inactive one. Rows: close, maximise, minimise, restore.
-  radio_boxes.bmp       26 x 39: cells of 13 x 13. Columns: not chosen, chosen. Rows: normal, pressed,
-                       disabled.
+  radio_boxes.bmp       26 x 39: cells of 13 x 13. Columns: not chosen, chosen. Rows: at rest, in use
+                       (held down or with the focus), disabled.
   spin_arrows.bmp       34 x 33: cells of 17 x 11. Columns: first arrow (up or left), second arrow.
                        Rows: normal, pressed, disabled.
 """
 import os
 import struct
+import sys
 
 BLACK = (0, 0, 0)
 ACTIVE_CAPTION = (24, 24, 24)
@@ -46,7 +48,8 @@ class Picture:
         self.fill(x, y, 1, height, colour)
         self.fill(x + width - 1, y, 1, height, colour)
 
-    def save(self, path):
+    def file(self):
+        """The bytes of its .bmp file."""
         stride = (self.width * 3 + 3) // 4 * 4
         data = b""
         for row in reversed(self.rows):
@@ -54,8 +57,7 @@ class Picture:
             data += line.ljust(stride, b"\0")
         header = struct.pack("<IiiHHIIiiII", 40, self.width, self.height, 1, 24, 0, len(data),
                              2835, 2835, 0, 0)
-        with open(path, "wb") as file:
-            file.write(struct.pack("<2sIHHI", b"BM", 54 + len(data), 0, 0, 54) + header + data)
+        return struct.pack("<2sIHHI", b"BM", 54 + len(data), 0, 0, 54) + header + data
 
 
 def close_cross(picture, x, y, colour):
@@ -96,7 +98,7 @@ def radio_boxes():
     picture = Picture(26, 39, DARK)
     shape = {0: (4, 9), 1: (2, 11), 2: (1, 12), 3: (1, 12), 4: (0, 13), 5: (0, 13), 6: (0, 13),
              7: (0, 13), 8: (0, 13), 9: (1, 12), 10: (1, 12), 11: (2, 11), 12: (4, 9)}
-    looks = ((EDGE, BLACK, TEAL), (EDGE, PRESSED_GROUND, TEAL), (FAINT, DARK, DISABLED))
+    looks = ((EDGE, BLACK, TEXT), (TEAL, BLACK, TEAL), (FAINT, DARK, DISABLED))
     for row, (edge, inside, mark) in enumerate(looks):
         for column in range(2):
             for y, (first, last) in shape.items():
@@ -119,7 +121,6 @@ def spin_arrows():
         for column in range(2):
             x, y = column * 17, row * 11
             picture.fill(x, y, 17, 11, ground)
-            picture.frame(x, y, 17, 11, BLACK)
             for i in range(4):
                 line = i if column == 0 else 3 - i
                 picture.fill(x + 8 - line, y + 4 + i, 2 * line + 1, 1, sign)
@@ -128,10 +129,18 @@ def spin_arrows():
 
 def main():
     folder = os.path.join(os.path.dirname(os.path.abspath(__file__)), "bitmaps")
+    pictures = {"caption_buttons.bmp": caption_buttons(), "radio_boxes.bmp": radio_boxes(),
+                "spin_arrows.bmp": spin_arrows()}
     os.makedirs(folder, exist_ok=True)
-    caption_buttons().save(os.path.join(folder, "caption_buttons.bmp"))
-    radio_boxes().save(os.path.join(folder, "radio_boxes.bmp"))
-    spin_arrows().save(os.path.join(folder, "spin_arrows.bmp"))
+    for name, picture in pictures.items():
+        path = os.path.join(folder, name)
+        if sys.argv[1:] == ["--check"]:
+            with open(path, "rb") as file:
+                if file.read() != picture.file():
+                    sys.exit(f"{path} is not what draw_bitmaps.py draws; run it")
+        else:
+            with open(path, "wb") as file:
+                file.write(picture.file())
 
 
 if __name__ == "__main__":

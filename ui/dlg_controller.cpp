@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ui/dlg_controller.h"
 
-#include <memory>
-
 #include "engine/telescope.h"
 #include "framework/base/message_box.h"
 #include "framework/win/data_exchange.h"
@@ -37,15 +35,6 @@ CDlgController::~CDlgController() {
   DestroyWindow();
 }
 
-IControllerWindow* CDlgController::Open(CTelescope& engine, const CString& vendor,
-                                        const CString& name, HWND owner) {
-  // Registers the trackbar's class with the system; more than once does no harm.
-  INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_BAR_CLASSES};
-  ::InitCommonControlsEx(&classes);
-  auto dialog = std::make_unique<CDlgController>(&engine, vendor, name, owner);
-  return dialog->COrlDialog::Create() ? dialog.release() : nullptr;
-}
-
 void CDlgController::DoDataExchange(CDataExchange* exchange) {
   COrlDialog::DoDataExchange(exchange);
   DDX_Slider(exchange, IDC_SPEED, speedIndex);
@@ -57,13 +46,15 @@ BOOL CDlgController::OnInitDialog() {
   if (!titleText.IsEmpty()) SetWindowText(titleText);
   pressed.fill(0);
   previouslyPressed.fill(0);
-  const int speeds = engine == nullptr ? kDefaultSpeeds : engine->GetSlewSpeedMax();
+  CTelescope* const telescope = engine;
+  const int speeds = telescope == nullptr ? kDefaultSpeeds : telescope->GetSlewSpeedMax();
   speedSlider.SetTicFreq(1);
   speedSlider.SetRange(0, speeds - 1, FALSE);
   speedIndex = speeds - 1;
   initialised = 1;
   UpdateData(FALSE);
-  const UINT periodMs = engine == nullptr ? kDefaultPeriodMs : static_cast<UINT>(engine->Period());
+  const UINT periodMs =
+      telescope == nullptr ? kDefaultPeriodMs : static_cast<UINT>(telescope->Period());
   ::SetTimer(m_hWnd, kPollTimer, periodMs, nullptr);
   return TRUE;
 }
@@ -79,26 +70,28 @@ void CDlgController::AttachControls() {
 }
 
 void CDlgController::OnTimer(UINT_PTR) {
-  PollDirections();
-  EnableControls();
+  if (CTelescope* const telescope = engine; telescope != nullptr) {
+    PollDirections(*telescope);
+    EnableControls(*telescope);
+  }
   Default();
 }
 
-void CDlgController::PollDirections() {
+void CDlgController::PollDirections(CTelescope& telescope) {
   UpdateData(TRUE);
   for (size_t i = 0; i < kDirections; ++i) {
     pressed[i] = (directionButtons[i].GetState() & BST_PUSHED) != 0 ? 1 : 0;
   }
   for (size_t i = 0; i < kDirections; ++i) {
     if (!pressed[i] && !previouslyPressed[i]) continue;
-    engine->Slew(kDirectionNorth + static_cast<int32_t>(i), pressed[i], speedIndex);
+    telescope.Slew(kDirectionNorth + static_cast<int32_t>(i), pressed[i], speedIndex);
   }
   previouslyPressed = pressed;
 }
 
-void CDlgController::EnableControls() const {
-  const BOOL connected = engine->GetConnected();
-  const BOOL hasTarget = connected && engine->GetTargetValid();
+void CDlgController::EnableControls(CTelescope& telescope) const {
+  const BOOL connected = telescope.GetConnected();
+  const BOOL hasTarget = connected && telescope.GetTargetValid();
   syncButton.EnableWindow(hasTarget);
   gotoButton.EnableWindow(hasTarget);
   for (const COrlButton& button : directionButtons) button.EnableWindow(connected);
@@ -106,21 +99,21 @@ void CDlgController::EnableControls() const {
 }
 
 void CDlgController::OnGoto() {
-  if (engine != nullptr) engine->Look(nullptr);
+  if (CTelescope* const telescope = engine; telescope != nullptr) telescope->Look(nullptr);
 }
 
 void CDlgController::OnSync() {
-  if (AfxMessageBox(kTextSyncQuestion, MB_OKCANCEL) == IDOK && engine != nullptr) {
-    engine->Sync(nullptr);
-  }
+  if (AfxMessageBox(kTextSyncQuestion, MB_OKCANCEL) != IDOK) return;
+  // The connection may have ended while the question stood there.
+  if (CTelescope* const telescope = engine; telescope != nullptr) telescope->Sync(nullptr);
 }
 
 void CDlgController::OnStop() {
   // Any answer counts: held now, or pressed since the last question.
   if (::GetAsyncKeyState(VK_CONTROL) != 0) {
     ShowDetail();
-  } else if (engine != nullptr) {
-    engine->Stop();
+  } else if (CTelescope* const telescope = engine; telescope != nullptr) {
+    telescope->Stop();
   }
 }
 
@@ -131,5 +124,5 @@ void CDlgController::ShowDetail() {
 }
 
 void CDlgController::OnHome() {
-  if (engine != nullptr) engine->Home();
+  if (CTelescope* const telescope = engine; telescope != nullptr) telescope->Home();
 }

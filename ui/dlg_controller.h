@@ -1,28 +1,29 @@
 // SPDX-License-Identifier: MIT
-// CDlgController: the hand-controller window. Modeless; made and deleted by the engine on the
-// thread that runs its messages. Every control ends in one call of the engine.
+// CDlgController: the hand-controller window. Modeless; CControllerWindow opens and closes it for
+// the engine. Every control ends in one call of the engine.
 //
 // The direction buttons are not clicked but watched: a timer looks every 100 ms which are held,
 // tells the engine so each time, and tells it once when one has been let go.
 #pragma once
 
 #include <array>
+#include <atomic>
 
-#include "engine/controller_window.h"
 #include "framework/base/cstring.h"
 #include "ui/orl_button.h"
 #include "ui/orl_dialog.h"
 #include "ui/orl_slider.h"
 
-class CDlgController : public COrlDialog, public IControllerWindow {
+class CTelescope;
+
+class CDlgController : public COrlDialog {
  public:
-  /// @param newEngine not owned; outlives the window
+  /// @param newEngine not owned; outlives the window. Null: the controls do nothing
   CDlgController(CTelescope* newEngine, const CString& vendor, const CString& title, HWND parent);
   ~CDlgController() override;
 
-  /// Makes the window. As ControllerWindowFactory.
-  static IControllerWindow* Open(CTelescope& engine, const CString& vendor, const CString& name,
-                                 HWND owner);
+  /// From now on the controls do nothing. Any thread; a call that is under way is not waited for.
+  void LeaveEngine() { engine = nullptr; }
 
  protected:
   DECLARE_MESSAGE_MAP()
@@ -39,13 +40,13 @@ class CDlgController : public COrlDialog, public IControllerWindow {
   static constexpr size_t kDirections = 4;  // north, south, east, west
 
   void AttachControls();
-  void PollDirections();
-  void EnableControls() const;
+  void PollDirections(CTelescope& telescope);
+  void EnableControls(CTelescope& telescope) const;
   void ShowDetail();
 
   int speedIndex = 0;
   int32_t initialised = 0;
-  CTelescope* engine;
+  std::atomic<CTelescope*> engine;
   std::array<int32_t, kDirections> pressed = {};
   std::array<int32_t, kDirections> previouslyPressed = {};
   CString vendorText;  // kept, not shown

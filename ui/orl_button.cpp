@@ -56,7 +56,7 @@ void COrlButton::SetButtonIcon(HICON icon, CSize size) {
   iconWidth = size.cx;
   iconHeight = size.cy;
   DeleteDisabledIcon();
-  disabledIcon = MakeGreyIcon(icon, size, normalText, disabledText);
+  disabledIcon = MakeGreyIcon(icon, disabledText, normalText);
   Invalidate();
 }
 
@@ -114,8 +114,8 @@ void COrlButton::DrawPushButton(CDC& dc) {
     PaintBevel(dc, itemRect, 4);
   }
   const bool disabled = (state & ODS_DISABLED) != 0;
-  if (icon != nullptr) {
-    DrawIconCentred(dc, disabled ? disabledIcon : icon);
+  if (const HICON shown = disabled ? disabledIcon : icon; icon != nullptr && shown != nullptr) {
+    DrawIconCentred(dc, shown);
     return;
   }
   const COLORREF enabledText = (state & ODS_FOCUS) ? focusedText : normalText;

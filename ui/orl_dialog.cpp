@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "ui/orl_dialog.h"
 
+#include <algorithm>
+
+#include "ui/frame_sizes.h"
+
 BEGIN_MESSAGE_MAP(COrlDialog, CDialog)
 ON_WM_CTLCOLOR()
 ON_WM_NCPAINT()
 ON_WM_NCACTIVATE()
+ON_MESSAGE(WM_NCCALCSIZE, OnNcCalcSize)
 ON_WM_NCHITTEST()
 ON_WM_NCMOUSEMOVE()
 ON_MESSAGE(WM_NCMOUSELEAVE, OnNcMouseLeave)
@@ -18,6 +23,20 @@ COrlDialog::COrlDialog(UINT templateId, HWND parent)
 
 BOOL COrlDialog::Create() {
   return CDialog::Create(ownTemplate, ownParent);
+}
+
+// The template gave the window the system's frame; it grows to its own around the same client area.
+BOOL COrlDialog::OnInitDialog() {
+  if (!systemLook) {
+    const CRect wanted = GetClientRect();
+    constexpr UINT kFrameOnly = SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED;
+    ::SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0, kFrameOnly | SWP_NOSIZE);
+    const CRect left = GetClientRect();
+    const CRect window = GetWindowRect();
+    ::SetWindowPos(m_hWnd, nullptr, 0, 0, window.Width() + wanted.Width() - left.Width(),
+                   window.Height() + wanted.Height() - left.Height(), kFrameOnly);
+  }
+  return CDialog::OnInitDialog();
 }
 
 void COrlDialog::DoDataExchange(CDataExchange*) {}
@@ -36,9 +55,30 @@ BOOL COrlDialog::OnNcActivate(bool active) {
   return TRUE;
 }
 
+// Where the system's frame is narrower than the bands that are painted (tool windows, the classic
+// look), they would lie half below the client area and with them the close box.
+LRESULT COrlDialog::OnNcCalcSize(WPARAM, LPARAM lParam) {
+  RECT& client = *reinterpret_cast<RECT*>(lParam);
+  const RECT window = client;
+  const LRESULT result = Default();
+  if (systemLook || ::IsIconic(m_hWnd)) return result;
+  const FrameSizes sizes;
+  client.left = std::max(client.left, window.left + sizes.side);
+  client.top = std::max(client.top, window.top + sizes.band);
+  client.right = std::max(client.left, std::min(client.right, window.right - sizes.side));
+  client.bottom = std::max(client.top, std::min(client.bottom, window.bottom - sizes.bottom));
+  return result;
+}
+
 LRESULT COrlDialog::OnNcHitTest(CPoint screen) {
-  const LRESULT hit = caption.HitTest(m_hWnd, screen);
-  return hit == HTNOWHERE ? Default() : hit;
+  const LRESULT button = caption.HitTest(m_hWnd, screen);
+  if (button != HTNOWHERE) return button;
+  const LRESULT hit = Default();
+  // The system takes what its own frame would leave for nobody's.
+  const CRect window = GetWindowRect();
+  const CRect band(window.left, window.top, window.right, window.top + FrameSizes().band);
+  const bool belongsToNone = hit == HTNOWHERE || hit == HTERROR;
+  return belongsToNone && band.PtInRect(screen) ? HTCAPTION : hit;
 }
 
 void COrlDialog::OnNcMouseMove(UINT hit, CPoint) {

@@ -19,10 +19,12 @@ class COrlDialog : public CDialog, public COrlDialogBase {
  protected:
   DECLARE_MESSAGE_MAP()
 
+  BOOL OnInitDialog() override;
   void DoDataExchange(CDataExchange* exchange) override;
   HBRUSH OnCtlColor(CDC& dc, HWND control, UINT kind) override;
   void OnNcPaint();
   BOOL OnNcActivate(bool active);
+  LRESULT OnNcCalcSize(WPARAM wParam, LPARAM lParam);
   LRESULT OnNcHitTest(CPoint screen);
   void OnNcMouseMove(UINT hit, CPoint screen);
   LRESULT OnNcMouseLeave(WPARAM wParam, LPARAM lParam);

@@ -11,7 +11,7 @@ constexpr int kEndTickLength = 6;    // pixels
 constexpr int kInnerTickLength = 3;  // pixels
 constexpr int kTickGap = 2;          // pixels between the thumb and the ticks
 
-// A vertical slider is a horizontal one with the axes exchanged.
+// A vertical slider is a horizontal one (a lying one) with the axes exchanged.
 CRect Mirrored(const CRect& rect) {
   return {rect.top, rect.left, rect.bottom, rect.right};
 }
@@ -42,45 +42,60 @@ void COrlSlider::OnPaint() {
 }
 
 void COrlSlider::PaintSlider(CDC& dc) {
-  const bool vertical = (GetStyle() & TBS_VERT) != 0;
   PaintPlain(dc, GetClientRect());
-  PaintChannel(dc, vertical);
-  if (!(GetStyle() & TBS_NOTICKS)) PaintTicks(dc, vertical);
+  PaintChannel(dc);
+  if (!(GetStyle() & TBS_NOTICKS)) PaintTicks(dc);
   PaintThumb(dc);
   if (focusRectangle && ::GetFocus() == m_hWnd) dc.DrawFocusRect(GetClientRect());
 }
 
-void COrlSlider::PaintChannel(CDC& dc, bool vertical) {
-  // The system tells the channel of a vertical slider with its axes exchanged.
+bool COrlSlider::IsVertical() const {
+  return (GetStyle() & TBS_VERT) != 0;
+}
+
+// Windows tells the channel of a vertical slider as if it were horizontal, other implementations
+// tell it as it lies. A channel is always longer than it is wide.
+CRect COrlSlider::LyingChannel() const {
   const CRect told = GetChannelRect();
-  const CRect channel = vertical ? Mirrored(told) : told;
-  PaintBevel(dc, channel, (GetStyle() & TBS_BOTH) ? 9 : 5);
+  return IsVertical() && told.Width() < told.Height() ? Mirrored(told) : told;
+}
+
+CRect COrlSlider::LyingThumb() const {
+  return IsVertical() ? Mirrored(GetThumbRect()) : GetThumbRect();
+}
+
+void COrlSlider::PaintChannel(CDC& dc) {
+  const bool bothSides = (GetStyle() & TBS_BOTH) != 0;
+  const CRect channel = LyingChannel();
+  PaintBevel(dc, IsVertical() ? Mirrored(channel) : channel, bothSides ? 9 : 5);
   if (!(GetStyle() & TBS_ENABLESELRANGE)) return;
   const int range = GetRangeMax() - GetRangeMin();
   if (range <= 0 || GetSelEnd() <= GetSelStart()) return;
+  CRect inside = channel;
+  inside.DeflateRect(bothSides ? 2 : 1, bothSides ? 2 : 1);
   const auto place = [&](int position) {
-    return told.left + told.Width() * (position - GetRangeMin()) / range;
+    return inside.left + ::MulDiv(inside.Width(), position - GetRangeMin(), range);
   };
-  CRect selection(place(GetSelStart()), told.top, place(GetSelEnd()), told.bottom);
-  selection.DeflateRect(1, 1);
-  dc.FillSolidRect(vertical ? Mirrored(selection) : selection, kSelection);
+  const CRect selected(place(GetSelStart()), inside.top, place(GetSelEnd()), inside.bottom);
+  dc.FillSolidRect(IsVertical() ? Mirrored(selected) : selected, kSelection);
 }
 
-void COrlSlider::PaintTicks(CDC& dc, bool vertical) {
-  const CRect thumb = vertical ? Mirrored(GetThumbRect()) : GetThumbRect();
+void COrlSlider::PaintTicks(CDC& dc) {
+  const CRect thumb = LyingThumb();
   const DWORD style = GetStyle();
-  if (style & (TBS_TOP | TBS_BOTH)) PaintTickRow(dc, vertical, thumb.top - kTickGap, -1);
-  if (!(style & TBS_TOP)) PaintTickRow(dc, vertical, thumb.bottom + kTickGap, 1);
+  const bool bothSides = (style & TBS_BOTH) != 0;
+  if (bothSides || (style & TBS_TOP)) PaintTickRow(dc, thumb.top - 1 - kTickGap, -1);
+  if (bothSides || !(style & TBS_TOP)) PaintTickRow(dc, thumb.bottom + kTickGap, 1);
 }
 
 // One row of ticks that begin at `edge` and grow upward (-1) or downward (1).
-void COrlSlider::PaintTickRow(CDC& dc, bool vertical, LONG edge, int outward) {
+void COrlSlider::PaintTickRow(CDC& dc, LONG edge, int outward) {
   const UINT count = GetNumTics();
   if (count < 2) return;
-  const CRect channel = GetChannelRect();
-  const CRect thumb = vertical ? Mirrored(GetThumbRect()) : GetThumbRect();
-  const LONG first = channel.left + thumb.Width() / 2;
-  const LONG last = channel.right - 1 - thumb.Width() / 2;
+  const CRect channel = LyingChannel();
+  const LONG first = channel.left;
+  const LONG last = channel.right - 1;
+  const bool vertical = IsVertical();
   const CPen pen(PS_SOLID, 1, IsWindowEnabled() ? kColourText : kColourDisabledText);
   const CSelectedObject selected(dc, pen.GetSafeHandle());
   const auto tick = [&](LONG along, int length) {

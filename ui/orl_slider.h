@@ -22,9 +22,12 @@ class COrlSlider : public CSliderCtrl, public COrlDialogBase {
 
  private:
   void PaintSlider(CDC& dc);
-  void PaintChannel(CDC& dc, bool vertical);
-  void PaintTicks(CDC& dc, bool vertical);
-  void PaintTickRow(CDC& dc, bool vertical, LONG edge, int outward);
+  bool IsVertical() const;
+  CRect LyingChannel() const;
+  CRect LyingThumb() const;
+  void PaintChannel(CDC& dc);
+  void PaintTicks(CDC& dc);
+  void PaintTickRow(CDC& dc, LONG edge, int outward);
   void PaintThumb(CDC& dc);
 
   int32_t thumbPressed = 0;

@@ -4,7 +4,9 @@
 #include <algorithm>
 
 #include "res/resource_ids.h"
+#include "ui/caption_text.h"
 #include "ui/colours.h"
+#include "ui/frame_sizes.h"
 #include "ui/windows_version.h"
 
 namespace {
@@ -15,16 +17,6 @@ constexpr COLORREF kTextInactive = RGB(86, 86, 86);
 
 constexpr int kImageColumns = 6;
 constexpr int kImageRows = 4;
-
-// The widths that the frame takes up on the screen, in pixels.
-struct FrameSizes {
-  int side = ::GetSystemMetrics(SM_CXSIZEFRAME) + ::GetSystemMetrics(SM_CXFIXEDFRAME) +
-             ::GetSystemMetrics(SM_CXBORDER);
-  int bottom = ::GetSystemMetrics(SM_CYSIZEFRAME) + ::GetSystemMetrics(SM_CYFIXEDFRAME) +
-               ::GetSystemMetrics(SM_CYBORDER);
-  int caption = ::GetSystemMetrics(SM_CYCAPTION);
-  int band = bottom + caption;
-};
 
 CRect WindowFrame(HWND window) {
   CRect rect;
@@ -48,15 +40,15 @@ LOGFONTA CaptionFont() {
   return metrics.lfCaptionFont;
 }
 
-// Cuts a text to the longest beginning that fits with "..." behind it, found by growing.
-CString CutToWidth(const CDC& dc, const CString& text, LONG width) {
-  if (dc.GetTextExtent(text, text.GetLength()).cx <= width) return text;
-  for (int length = 1; length <= text.GetLength(); ++length) {
-    const CString candidate = text.Left(length) + "...";
-    if (dc.GetTextExtent(candidate, candidate.GetLength()).cx <= width) continue;
-    return length < 2 ? CString() : text.Left(length - 1) + "...";
-  }
-  return text;
+// The client area in the coordinates of the window.
+CRect ClientInWindow(HWND window) {
+  CRect outer;
+  CRect client;
+  ::GetWindowRect(window, &outer);
+  ::GetClientRect(window, &client);
+  ::MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&client), 2);
+  client.OffsetRect(-outer.left, -outer.top);
+  return client;
 }
 
 }  // namespace
@@ -71,6 +63,8 @@ void CPaintCaption::Paint(HWND window, bool active) {
   const CRect frame = WindowFrame(window);
   PlaceButtons(window, frame);
   CWindowDC dc(window);
+  // Where the bands are wider than the frame, the dialog's own painting has to stay.
+  dc.ExcludeClipRect(ClientInWindow(window));
   PaintFrame(dc, frame, active);
   PaintText(dc, window, frame, active);
   PaintButtons(dc, window, active);
@@ -125,7 +119,10 @@ void CPaintCaption::PaintText(CDC& dc, HWND window, const CRect& frame, bool act
     }
     band.left = hasCustomButtons ? customArea.right : sizes.side;
     band.right = end;
-    text = CutToWidth(dc, text, band.Width());
+    const auto width = [&](const CString& part) {
+      return dc.GetTextExtent(part, part.GetLength()).cx;
+    };
+    text = CutCaption(text, band.Width(), width);
     format |= DT_LEFT;
   }
   dc.DrawText(text, band, format);

@@ -17,6 +17,10 @@ int CDC::ExcludeClipRect(const RECT& rect) {
   return ::ExcludeClipRect(m_hDC, rect.left, rect.top, rect.right, rect.bottom);
 }
 
+int CDC::IntersectClipRect(const RECT& rect) {
+  return ::IntersectClipRect(m_hDC, rect.left, rect.top, rect.right, rect.bottom);
+}
+
 int CDC::DrawText(const CString& text, RECT& rect, UINT format) {
   return ::DrawTextA(m_hDC, text.GetString(), text.GetLength(), &rect, format);
 }

@@ -34,6 +34,9 @@ class CDC {
   COLORREF SetPixel(int x, int y, COLORREF colour) { return ::SetPixel(m_hDC, x, y, colour); }
   void DrawFocusRect(const RECT& rect) { ::DrawFocusRect(m_hDC, &rect); }
   int ExcludeClipRect(const RECT& rect);
+  int IntersectClipRect(const RECT& rect);
+  int SaveDC() { return ::SaveDC(m_hDC); }
+  BOOL RestoreDC(int saved) { return ::RestoreDC(m_hDC, saved); }
   int DrawText(const CString& text, RECT& rect, UINT format);
   CSize GetTextExtent(const char* text, int length) const;
   TEXTMETRICA GetTextMetrics() const;

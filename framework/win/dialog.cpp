@@ -3,6 +3,7 @@
 
 #include "framework/win/instance.h"
 #include "framework/win/modeless_keys.h"
+#include "framework/win/window_closer.h"
 
 BEGIN_MESSAGE_MAP(CDialog, CWnd)
 END_MESSAGE_MAP()
@@ -16,8 +17,27 @@ BOOL CDialog::Create(UINT templateId, HWND parent) {
   HWND window = ::CreateDialogParamA(AfxGetResourceHandle(), MAKEINTRESOURCEA(templateId), parent,
                                      &CDialog::DialogProc, reinterpret_cast<LPARAM>(this));
   if (window == nullptr) return FALSE;
+  m_shownWindow = window;
   CModelessKeys::Watch(window);
   return TRUE;
+}
+
+void CDialog::CloseFromAnyThread() {
+  const HWND window = m_shownWindow;
+  const DWORD thread = ::GetWindowThreadProcessId(window, nullptr);
+  if (thread == ::GetCurrentThreadId()) {
+    DestroyWindow();
+  } else if (thread == 0) {
+    if (m_hWnd != nullptr) WindowIsLost();
+  } else if (AfxIsUnloading()) {
+    // That thread must not come back into the module: the bare window is the system's.
+    CModelessKeys::Forget(window);
+    GiveUpWindow();
+    ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&::DefWindowProcA));
+    ::PostMessageA(window, WM_CLOSE, 0, 0);
+  } else {
+    AfxDestroyOnItsThread(window);
+  }
 }
 
 void CDialog::EndDialog(INT_PTR result) {
@@ -55,6 +75,7 @@ BOOL CDialog::OnCommand(WPARAM wParam, LPARAM lParam) {
 
 LRESULT CDialog::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_INITDIALOG) return OnInitDialog();
+  if (message == kMessageDestroy) return DestroyWindow();
   if (message == WM_NCDESTROY) CModelessKeys::Forget(m_hWnd);
   return CWnd::DefWindowProc(message, wParam, lParam);
 }

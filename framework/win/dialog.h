@@ -17,6 +17,10 @@ class CDialog : public CWnd {
   /// Makes the dialog and returns at once. The object must outlive the window. @return FALSE on
   /// failure.
   virtual BOOL Create(UINT templateId, HWND parent);
+  /// Destroys the window of a modeless dialog: at once on its own thread, soon from another one.
+  /// The object must be counted (HoldByCaller), as the window may need it a while longer. Any
+  /// thread.
+  void CloseFromAnyThread();
   /// Ends a modal dialog; a modeless one is only hidden.
   void EndDialog(INT_PTR result);
 
@@ -37,4 +41,5 @@ class CDialog : public CWnd {
 
   const UINT m_templateId;
   const HWND m_parent;
+  HWND m_shownWindow = nullptr;  // of Create; stays when the window has gone
 };

@@ -22,6 +22,7 @@ struct CRect : RECT {
   CRect(LONG l, LONG t, LONG r, LONG b) : RECT{l, t, r, b} {}
   CRect(const RECT& rect) : RECT(rect) {}
 
+  bool operator==(const CRect& other) const { return ::EqualRect(this, &other) != FALSE; }
   LONG Width() const { return right - left; }
   LONG Height() const { return bottom - top; }
   CPoint TopLeft() const { return {left, top}; }

@@ -14,6 +14,15 @@ HWND WatchedDialog(HWND window) {
   return nullptr;
 }
 
+// Without a focus, as when the focused button was disabled, keys come as system keys; bit 29 then
+// tells whether Alt is down.
+bool IsEscape(const MSG& message) {
+  constexpr LPARAM kAltDown = 1 << 29;
+  if (message.wParam != VK_ESCAPE) return false;
+  return message.message == WM_KEYDOWN ||
+         (message.message == WM_SYSKEYDOWN && (message.lParam & kAltDown) == 0);
+}
+
 }  // namespace
 
 void CModelessKeys::Watch(HWND dialog) {
@@ -28,8 +37,7 @@ void CModelessKeys::Forget(HWND dialog) {
 
 LRESULT CALLBACK CModelessKeys::GetMessageHook(int code, WPARAM wParam, LPARAM lParam) {
   auto* message = reinterpret_cast<MSG*>(lParam);
-  if (code >= 0 && wParam == PM_REMOVE && message->message == WM_KEYDOWN &&
-      message->wParam == VK_ESCAPE) {
+  if (code >= 0 && wParam == PM_REMOVE && IsEscape(*message)) {
     if (HWND dialog = WatchedDialog(message->hwnd); dialog != nullptr) {
       ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
       message->message = WM_NULL;

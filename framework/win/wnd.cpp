@@ -23,14 +23,11 @@ LRESULT CALLBACK AfxWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
   if (object == nullptr) return ::DefWindowProcA(window, message, wParam, lParam);
   // Windows calls in from the host's message loop: resources and the name must be the library's.
   AFX_MANAGE_STATE(AfxGetStaticModuleState());
-  const CWnd::Message outer = std::exchange(object->m_current, {message, wParam, lParam});
-  const LRESULT result = object->WindowProc(message, wParam, lParam);
-  if (message == WM_NCDESTROY) {
-    object->Detached();  // may delete the object
-    return result;
-  }
-  // The object may have been deleted while it handled the message.
-  if (CWnd::FromHandlePermanent(window) == object) object->m_current = outer;
+  CWnd* const keeper = object->m_keeper;
+  ++keeper->m_handlers;
+  const LRESULT result = object->Handle({message, wParam, lParam});
+  if (message == WM_NCDESTROY) object->Detached();
+  keeper->HandlerLeft();  // may delete both
   return result;
 }
 
@@ -45,13 +42,16 @@ CWnd* CWnd::FromHandlePermanent(HWND window) {
 BOOL CWnd::SubclassWindow(HWND window) {
   if (window == nullptr) return FALSE;
   Attach(window);
+  if (m_holders > 0) ++m_holders;
   m_superProc = reinterpret_cast<WNDPROC>(
       ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AfxWndProc)));
   return TRUE;
 }
 
 BOOL CWnd::SubclassDlgItem(UINT id, const CWnd* parent) {
-  return SubclassWindow(parent->GetDlgItem(id));
+  if (!SubclassWindow(parent->GetDlgItem(id))) return FALSE;
+  m_keeper = parent->m_keeper;
+  return TRUE;
 }
 
 BOOL CWnd::DestroyWindow() {
@@ -157,13 +157,58 @@ const AFX_MSGMAP_ENTRY* CWnd::FindEntry(const Message& message) const {
   return nullptr;
 }
 
+// Nothing may be thrown into the system. All that could be is a lack of memory; the message is then
+// left undone.
+LRESULT CWnd::Handle(const Message& message) {
+  const Message outer = std::exchange(m_current, message);
+  LRESULT result = 0;
+  try {
+    result = WindowProc(message.message, message.wParam, message.lParam);
+  } catch (...) {
+    result = 0;
+  }
+  m_current = outer;
+  return result;
+}
+
 void CWnd::Detached() {
+  GiveBackProcedure();
+  m_windowGone = m_holders > 0;
+  PostNcDestroy();
+}
+
+// Whoever looks at the window from now on meets the procedure that was there before.
+void CWnd::GiveBackProcedure() {
   ::RemovePropA(m_hWnd, PropertyName());
-  // Whoever looks at the window from now on meets the procedure that was there before.
   if (m_superProc != nullptr) {
     ::SetWindowLongPtrA(m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_superProc));
   }
   m_superProc = nullptr;
   m_hWnd = nullptr;
-  PostNcDestroy();
+  m_keeper = this;
+}
+
+void CWnd::HandlerLeft() {
+  if (--m_handlers > 0 || !m_windowGone) return;
+  m_windowGone = false;
+  Release();
+}
+
+void CWnd::Release() {
+  if (--m_holders == 0) delete this;
+}
+
+void CWnd::WindowIsLost() {
+  m_hWnd = nullptr;
+  Release();
+}
+
+void CWnd::GiveUpWindow() {
+  const auto giveBack = [](HWND window, LPARAM) -> BOOL {
+    if (CWnd* object = FromHandlePermanent(window); object != nullptr) object->GiveBackProcedure();
+    return TRUE;
+  };
+  ::EnumChildWindows(m_hWnd, giveBack, 0);
+  GiveBackProcedure();
+  Release();
 }

@@ -1,9 +1,16 @@
 // SPDX-License-Identifier: MIT
 // CWnd: a window of the library. The object is found from its window by a window property, so each
 // thread finds its own windows without a map. Differs from the documented class: no temporary
-// objects (other people's windows are plain handles); only what ui/ uses.
-// One object per window; used on the thread that made the window.
+// objects (other people's windows are plain handles); an object can be counted (HoldByCaller);
+// only what ui/ uses.
+// One object per window; used on the thread that made the window, but for Release.
+//
+// Who may delete an object: a handler may run a loop of its own (a message box, a modal dialog),
+// and in that loop the host may close the window. So an object on the heap is counted: its window
+// holds it until no handler of it or of its controls is left on the stack, its owner until Release.
 #pragma once
+
+#include <atomic>
 
 #include "framework/base/cstring.h"
 #include "framework/win/geometry.h"
@@ -34,8 +41,20 @@ class CWnd {
 
   /// Takes over a window's messages until it is destroyed. @return FALSE when there is no window.
   BOOL SubclassWindow(HWND window);
+  /// @param parent the object that holds this one as a member
   BOOL SubclassDlgItem(UINT id, const CWnd* parent);
   virtual BOOL DestroyWindow();
+
+  /// For an object made with new: from now on it deletes itself after Release and the end of its
+  /// window, whichever comes later. Before it has a window.
+  void HoldByCaller() { m_holders = 1; }
+  /// The caller of HoldByCaller needs the object no more. Any thread.
+  void Release();
+  /// The window went without a word, as windows do when their thread ends.
+  void WindowIsLost();
+  /// Gives window and controls back to the system, without calling their thread: none of the
+  /// library's code is reached through them any more. Any thread.
+  void GiveUpWindow();
 
   LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
     return ::SendMessageA(m_hWnd, message, wParam, lParam);
@@ -92,9 +111,16 @@ class CWnd {
     LPARAM lParam;
   };
 
+  LRESULT Handle(const Message& message);
   const AFX_MSGMAP_ENTRY* FindEntry(const Message& message) const;
   void Detached();
+  void GiveBackProcedure();
+  void HandlerLeft();
 
-  WNDPROC m_superProc = nullptr;  // what the window did before
-  Message m_current = {};         // being handled
+  WNDPROC m_superProc = nullptr;   // what the window did before
+  Message m_current = {};          // being handled
+  CWnd* m_keeper = this;           // the object that this one is a part of
+  int m_handlers = 0;              // of this object and its parts, on the stack
+  bool m_windowGone = false;       // the window's hold is to be released
+  std::atomic<int> m_holders = 0;  // 0: not counted
 };

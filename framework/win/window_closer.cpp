@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "framework/win/window_closer.h"
+
+namespace {
+
+HMODULE HoldThisModule() {
+  HMODULE module = nullptr;
+  ::GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                       reinterpret_cast<LPCSTR>(&AfxDestroyOnItsThread), &module);
+  return module;
+}
+
+// A posted message would not do: whoever handles it still runs in the module after it has told that
+// the window is gone. A sent one is answered when the window's thread has left the module, so a
+// thread of its own sends it and then lets go of the module in the one call that never returns.
+DWORD WINAPI Closer(void* window) {
+  ::SendMessageA(static_cast<HWND>(window), kMessageDestroy, 0, 0);
+  HMODULE module = nullptr;
+  ::GetModuleHandleExA(
+      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+      reinterpret_cast<LPCSTR>(&AfxDestroyOnItsThread), &module);
+  ::FreeLibraryAndExitThread(module, 0);
+}
+
+}  // namespace
+
+void AfxDestroyOnItsThread(HWND window) {
+  HoldThisModule();
+  const HANDLE thread = ::CreateThread(nullptr, 0, &Closer, window, 0, nullptr);
+  if (thread != nullptr) {
+    ::CloseHandle(thread);
+    return;
+  }
+  // No thread to be had: the module then stays for good.
+  ::PostMessageA(window, kMessageDestroy, 0, 0);
+}

@@ -1,0 +1,276 @@
+// SPDX-License-Identifier: MIT
+// Caption and frame as the library paints them, pixel by pixel, and the close box.
+#include <gtest/gtest.h>
+
+#include "framework/win/wnd.h"
+#include "tests/ui/open_controller.h"
+#include "ui/windows_version.h"
+
+namespace {
+
+using namespace ui_test;
+
+constexpr COLORREF kDark = RGB(34, 34, 34);
+
+struct Look {
+  bool active;
+  COLORREF caption, frame, text;
+};
+constexpr Look kLooks[] = {{true, RGB(24, 24, 24), RGB(57, 57, 57), RGB(180, 180, 180)},
+                           {false, RGB(57, 57, 57), RGB(0, 0, 0), RGB(86, 86, 86)}};
+
+class CaptionTest : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_NE(window, nullptr); }
+
+  // Everything that a test does and looks at happens in one go on the window's thread, so that no
+  // other message comes between.
+  void Do(const std::function<void()>& body) const { controller.host.Do(body); }
+  void Send(UINT message, WPARAM wParam) const { SendMessageW(window, message, wParam, 0); }
+  COLORREF At(LONG x, LONG y) const { return PixelOf(window, x, y); }
+
+  void ExpectAll(RECT rect, COLORREF colour, const char* what) const {
+    int wrong = 0;
+    for (LONG y = rect.top; y < rect.bottom; ++y) {
+      for (LONG x = rect.left; x < rect.right; ++x) wrong += At(x, y) != colour ? 1 : 0;
+    }
+    EXPECT_EQ(wrong, 0) << what;
+  }
+
+  // Pixels of the close box that differ from a cell of the picture. Columns: 0 normal, 1 hot,
+  // 2 pressed, and three more of an inactive window.
+  int DifferingPixels(int column) const {
+    HDC screen = GetDC(nullptr);
+    HDC picture = CreateCompatibleDC(screen);
+    ReleaseDC(nullptr, screen);
+    HBITMAP bitmap = LoadBitmapA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(8030));
+    HGDIOBJ before = SelectObject(picture, bitmap);
+    const LONG width = std::min<LONG>(22, caption);
+    const LONG left = size.right - side - caption + std::max<LONG>(0, (caption - 22) / 2);
+    const LONG top = bottom + std::max<LONG>(0, (caption - 14) / 2);
+    int different = 0;
+    for (int y = 0; y < 14; ++y) {
+      for (int x = 0; x < width; ++x)
+        different += At(left + x, top + y) != GetPixel(picture, column * 22 + x, y) ? 1 : 0;
+    }
+    SelectObject(picture, before);
+    DeleteObject(bitmap);
+    DeleteDC(picture);
+    return different;
+  }
+
+  static void SetLeftButton(bool down) {
+    BYTE keys[256] = {};
+    GetKeyboardState(keys);
+    keys[VK_LBUTTON] = down ? 0x80 : 0;
+    SetKeyboardState(keys);
+  }
+
+  const OpenController controller;
+  HWND window = controller.window;
+  const RECT size = FrameOf(window);
+  const LONG side = GetSystemMetrics(SM_CXSIZEFRAME) + GetSystemMetrics(SM_CXFIXEDFRAME) +
+                    GetSystemMetrics(SM_CXBORDER);
+  const LONG bottom = GetSystemMetrics(SM_CYSIZEFRAME) + GetSystemMetrics(SM_CYFIXEDFRAME) +
+                      GetSystemMetrics(SM_CYBORDER);
+  const LONG caption = GetSystemMetrics(SM_CYCAPTION);
+  const LONG band = bottom + caption;
+};
+
+TEST_F(CaptionTest, BandsAndFrameHaveTheirColours) {
+  const LONG w = size.right;
+  const LONG h = size.bottom;
+  for (const Look& look : kLooks) {
+    SCOPED_TRACE(look.active);
+    Do([&] {
+      Send(WM_NCACTIVATE, look.active);
+      ExpectAll({0, 0, w, 1}, look.frame, "upper edge");
+      ExpectAll({0, h - 1, w, h}, look.frame, "lower edge");
+      ExpectAll({0, 0, 1, h}, look.frame, "left edge");
+      ExpectAll({w - 1, 0, w, h}, look.frame, "right edge");
+      ExpectAll({1, 1, w - 1, 6}, look.caption, "caption above the text");
+      ExpectAll({1, 1, 6, band}, look.caption, "left end of the caption");
+      ExpectAll({w - side + 1, 1, w - 1, band}, look.caption, "right end of the caption");
+      ExpectAll({1, band, side, h - 1}, kDark, "left band");
+      ExpectAll({w - side, band, w - 1, h - 1}, kDark, "right band");
+      ExpectAll({1, h - bottom, w - 1, h - 1}, kDark, "lower band");
+    });
+  }
+}
+
+TEST_F(CaptionTest, TheClientAreaBelowTheBandsIsLeftAlone) {
+  Do([&] {
+    const LONG x = side + 20;
+    const LONG y = band + FromDialogUnits(window, 0, 3, 0, 0).top;
+    const COLORREF before = At(x, y);
+    EXPECT_NE(before, kDark);  // the frame round the direction buttons
+    Send(WM_NCACTIVATE, FALSE);
+    EXPECT_EQ(At(x, y), before);
+    Send(WM_NCACTIVATE, TRUE);
+    EXPECT_EQ(At(x, y), before);
+  });
+}
+
+TEST_F(CaptionTest, TheTextHasItsColour) {
+  for (const Look& look : kLooks) {
+    Do([&] {
+      Send(WM_NCACTIVATE, look.active);
+      int found = 0;
+      for (LONG y = 1; y < band; ++y) {
+        for (LONG x = 1; x < size.right - side - caption; ++x) found += At(x, y) == look.text;
+      }
+      EXPECT_GT(found, 20) << look.active;
+    });
+  }
+}
+
+TEST_F(CaptionTest, TheTextIsCentredFromWindows8AndElseBeginsAtTheFrame) {
+  Do([&] {
+    Send(WM_NCACTIVATE, TRUE);
+    LONG first = size.right;
+    LONG last = 0;
+    for (LONG y = 1; y < band; ++y) {
+      for (LONG x = 1; x < size.right - side - caption; ++x) {
+        if (At(x, y) == RGB(24, 24, 24)) continue;
+        first = std::min(first, x);
+        last = std::max(last, x);
+      }
+    }
+    if (IsWindows8OrLater()) {
+      EXPECT_NEAR((first + last) / 2, size.right / 2, 3);
+    } else {
+      EXPECT_NEAR(first, side, 3);
+    }
+  });
+}
+
+TEST_F(CaptionTest, ADisabledWindowIsPaintedInactive) {
+  Do([&] {
+    EnableWindow(window, FALSE);
+    Send(WM_NCACTIVATE, TRUE);
+    EXPECT_EQ(At(3, 3), RGB(57, 57, 57));
+    EnableWindow(window, TRUE);
+    Send(WM_NCACTIVATE, TRUE);
+    EXPECT_EQ(At(3, 3), RGB(24, 24, 24));
+  });
+}
+
+TEST_F(CaptionTest, TheStayActiveFlagKeepsItActive) {
+  Do([&] {
+    CWnd* object = CWnd::FromHandlePermanent(window);
+    object->m_nFlags |= WF_STAYACTIVE;
+    Send(WM_NCACTIVATE, FALSE);
+    EXPECT_EQ(At(3, 3), RGB(24, 24, 24));
+    object->m_nFlags &= ~WF_STAYACTIVE;
+    Send(WM_NCACTIVATE, FALSE);
+    EXPECT_EQ(At(3, 3), RGB(57, 57, 57));
+  });
+}
+
+TEST_F(CaptionTest, TheCloseBoxShowsHotAndPressedImages) {
+  for (const Look& look : kLooks) {
+    const int normal = look.active ? 0 : 3;
+    SCOPED_TRACE(look.active);
+    Do([&] {
+      Send(WM_NCACTIVATE, look.active);
+      EXPECT_EQ(DifferingPixels(normal), 0) << "normal";
+      Send(WM_NCMOUSEMOVE, HTCLOSE);
+      EXPECT_EQ(DifferingPixels(normal + 1), 0) << "hot";
+      EXPECT_NE(DifferingPixels(normal), 0);
+      SetLeftButton(true);
+      Send(WM_NCLBUTTONDOWN, HTCLOSE);
+      EXPECT_EQ(DifferingPixels(normal + 2), 0) << "pressed";
+      Send(WM_NCMOUSEMOVE, HTCAPTION);
+      EXPECT_EQ(DifferingPixels(normal), 0) << "pressed, pointer elsewhere";
+      Send(WM_NCMOUSEMOVE, HTCLOSE);
+      EXPECT_EQ(DifferingPixels(normal + 2), 0) << "pointer back";
+      Send(WM_NCMOUSELEAVE, 0);
+      EXPECT_EQ(DifferingPixels(normal), 0) << "pointer gone";
+      SetLeftButton(false);
+      Send(WM_NCLBUTTONUP, HTCAPTION);
+      EXPECT_TRUE(IsWindowVisible(window));
+    });
+  }
+}
+
+TEST_F(CaptionTest, AReleaseOutsideCancels) {
+  Do([&] {
+    SetLeftButton(true);
+    Send(WM_NCLBUTTONDOWN, HTCLOSE);
+    SetLeftButton(false);
+    Send(WM_NCLBUTTONUP, HTCAPTION);
+    Send(WM_NCLBUTTONUP, HTCLOSE);
+  });
+  Do([] {});  // whatever was posted has come by now
+  EXPECT_TRUE(IsWindowVisible(window));
+}
+
+// The release itself then goes to another window; the next movement shows that the button is up.
+TEST_F(CaptionTest, AReleaseOutsideTheWindowCancels) {
+  Do([&] {
+    SetLeftButton(true);
+    Send(WM_NCLBUTTONDOWN, HTCLOSE);
+    SetLeftButton(false);
+    Send(WM_NCMOUSEMOVE, HTCLOSE);
+    Send(WM_NCLBUTTONUP, HTCLOSE);
+  });
+  Do([] {});
+  EXPECT_TRUE(IsWindowVisible(window));
+}
+
+TEST_F(CaptionTest, AReleaseOnTheCloseBoxCloses) {
+  Do([&] {
+    SetLeftButton(true);
+    Send(WM_NCLBUTTONDOWN, HTCLOSE);
+    SetLeftButton(false);
+    Send(WM_NCLBUTTONUP, HTCLOSE);
+  });
+  EXPECT_TRUE(WaitUntilHidden(window));
+  EXPECT_TRUE(IsWindow(window));
+}
+
+TEST_F(CaptionTest, TheCloseBoxIsHitWhereItIsPainted) {
+  RECT outer = {};
+  GetWindowRect(window, &outer);
+  const auto hit = [&](LONG x, LONG y) {
+    return SendMessageW(window, WM_NCHITTEST, 0, MAKELPARAM(outer.left + x, outer.top + y));
+  };
+  const LONG left = size.right - side - caption;
+  EXPECT_EQ(hit(left, bottom), HTCLOSE);
+  EXPECT_EQ(hit(size.right - side - 1, band - 1), HTCLOSE);
+  EXPECT_EQ(hit(left - 1, band - 1), HTCAPTION);
+  EXPECT_EQ(hit(left / 2, band / 2), HTCAPTION);
+  EXPECT_EQ(hit(left / 2, band + 5), HTCLIENT);
+}
+
+TEST(CaptionBoxesTest, AMinimisedWindowIsNotPainted) {
+  const OpenController controller;
+  controller.host.Do([&] {
+    ShowWindow(controller.window, SW_MINIMIZE);
+    SendMessageW(controller.window, WM_NCPAINT, 1, 0);
+    SendMessageW(controller.window, WM_NCACTIVATE, TRUE, 0);
+    ShowWindow(controller.window, SW_RESTORE);
+  });
+  EXPECT_TRUE(IsWindow(controller.window));
+}
+
+// A window with the two other boxes gets them as well, from the right edge inward.
+TEST(CaptionBoxesTest, MaximiseAndMinimiseBoxesStandLeftOfTheCloseBox) {
+  const OpenController controller;
+  HWND window = controller.window;
+  const LONG style = GetWindowLongW(window, GWL_STYLE);
+  SetWindowLongW(window, GWL_STYLE, style | WS_MAXIMIZEBOX | WS_MINIMIZEBOX);
+  RECT outer = {};
+  GetWindowRect(window, &outer);
+  const LONG caption = GetSystemMetrics(SM_CYCAPTION);
+  const LONG right = outer.right - GetSystemMetrics(SM_CXSIZEFRAME) -
+                     GetSystemMetrics(SM_CXFIXEDFRAME) - GetSystemMetrics(SM_CXBORDER);
+  const LONG y = outer.top + GetSystemMetrics(SM_CYSIZEFRAME) + GetSystemMetrics(SM_CYFIXEDFRAME) +
+                 GetSystemMetrics(SM_CYBORDER) + 5;
+  const auto hit = [&](LONG x) { return SendMessageW(window, WM_NCHITTEST, 0, MAKELPARAM(x, y)); };
+  EXPECT_EQ(hit(right - caption / 2), HTCLOSE);
+  EXPECT_EQ(hit(right - caption - caption / 2), HTMAXBUTTON);
+  EXPECT_EQ(hit(right - 2 * caption - caption / 2), HTMINBUTTON);
+}
+
+}  // namespace

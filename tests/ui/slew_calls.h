@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// The hand moves that the hand controller asked the engine for, kept on their way.
+#pragma once
+
+#include <cstdint>
+#include <ostream>
+#include <vector>
+
+namespace ui_test {
+
+struct SlewCall {
+  int32_t direction;  // 1 north, 2 south, 3 east, 4 west
+  int32_t pushed;
+  int32_t speed;
+
+  bool operator==(const SlewCall&) const = default;
+};
+
+inline void PrintTo(const SlewCall& call, std::ostream* out) {
+  *out << '{' << call.direction << ", " << call.pushed << ", " << call.speed << '}';
+}
+
+/// @return the calls since the last ClearSlewCalls.
+std::vector<SlewCall> SlewCalls();
+void ClearSlewCalls();
+
+}  // namespace ui_test

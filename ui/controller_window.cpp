@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include "ui/controller_window.h"
+
+#include "ui/dlg_controller.h"
+
+IControllerWindow* CControllerWindow::Open(CTelescope& engine, const CString& vendor,
+                                           const CString& name, HWND owner) {
+  // Registers the trackbar's class with the system; more than once does no harm.
+  INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_BAR_CLASSES};
+  ::InitCommonControlsEx(&classes);
+  // The host's window may have gone since it was handed over.
+  HWND parent = ::IsWindow(owner) ? owner : nullptr;
+  auto* dialog = new CDlgController(&engine, vendor, name, parent);
+  dialog->HoldByCaller();
+  if (dialog->COrlDialog::Create()) return new CControllerWindow(*dialog);
+  dialog->Release();
+  return nullptr;
+}
+
+CControllerWindow::~CControllerWindow() {
+  dialog.LeaveEngine();
+  dialog.CloseFromAnyThread();
+  dialog.Release();
+}
