@@ -86,9 +86,12 @@ VelquinctlRun::VelquinctlRun(const std::vector<std::string>& words)
   startup.hStdError = InheritableFile(process_->folder / L"error");
   const BOOL started = CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
                                       0, nullptr, nullptr, &startup, &process_->handles);
+  const DWORD error = GetLastError();
   CloseHandle(startup.hStdOutput);
   CloseHandle(startup.hStdError);
-  if (!started) throw std::runtime_error("cannot start velquinctl.exe");
+  if (!started) {
+    throw std::runtime_error("cannot start velquinctl.exe: error " + std::to_string(error));
+  }
 }
 
 VelquinctlRun::~VelquinctlRun() {

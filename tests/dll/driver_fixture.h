@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A host with the built library and a controller that it talks to.
+// The loaded library, a controller for it, and somebody who answers boxes that a test left open.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -9,43 +9,33 @@
 #include <vector>
 
 #include "simulator/scripted_controller.h"
-#include "tests/dll/driver.h"
+#include "tests/dll/driver_library.h"
+#include "tests/dll/message_boxes.h"
 #include "tests/support/eventually.h"
 #include "tests/support/temp_folder.h"
 
 class DriverTest : public testing::Test {
  protected:
-  static constexpr int kSoonMs = 10'000;  // a deadline, not a wait
-  static constexpr std::chrono::seconds kSoon{10};
+  static constexpr std::chrono::seconds kSoon{10};  // a deadline, not a wait
+  static constexpr int kSoonMs = 10'000;
 
-  DriverTest() {
-    controller.LooksLikeAMount();
-    driver.SetLogPath(nullptr, (journals.Narrow() + "\\").c_str());
-  }
-  ~DriverTest() override { driver.End(nullptr); }
+  DriverTest();
+  ~DriverTest() override;
 
-  int Connect() { return driver.Start(nullptr, controller.Address().c_str(), nullptr, 0); }
-  /// Connects, lets polls come in and forgets what was sent so far.
-  void StartSession() {
-    ASSERT_EQ(Connect(), 1);
-    ASSERT_TRUE(controller.WaitForCount("$MTSTA?", 2, kSoonMs));
-    controller.Clear();
-  }
-  /// Waits for a poll that began after this call.
-  bool PollsAgain() {
-    return controller.WaitForCount("$MTSTA?", controller.CountOf("$MTSTA?") + 2, kSoonMs);
-  }
-  /// What was sent since the last Clear, without the polls, once the worker polls again.
-  std::vector<std::string> Requests() {
-    EXPECT_TRUE(PollsAgain());
-    std::vector<std::string> requests;
-    for (const std::string& command : controller.Commands()) {
-      if (command != "$MTSTA?") requests.push_back(command);
-    }
-    return requests;
-  }
+  int32_t Start() { return driver.Start(nullptr, controller.Address().c_str(), nullptr, 0); }
+  /// Starts, waits for the first position and forgets what was sent for that.
+  void StartSession();
+  /// Waits for a poll that began after this call, and for the cycle before it to be over.
+  bool PollsAgain();
+  /// The datagrams so far, byte for byte, without the polls.
+  std::vector<std::string> Requests();
+  /// The same, after all that was queued has been sent. It asks for something that no test looks
+  /// at, which is sent last.
+  std::vector<std::string> Sent();
+  /// The same for what had been queued before the session, which it starts.
+  std::vector<std::string> SentByANewSession();
 
-  TempFolder journals;
+  TempFolder folder;  // the journals land here
   simulator::ScriptedController controller;
-  Driver driver;
+  DriverLibrary driver;
 };

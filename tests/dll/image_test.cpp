@@ -1,32 +1,49 @@
 // SPDX-License-Identifier: MIT
-// The file velquin.dll itself: what it needs, what it offers, how large it is.
+// velquin.dll as a file: what it needs, what it offers, and that it carries nothing else.
 #include <gmock/gmock.h>
+#include <windows.h>
 
 #include <algorithm>
 #include <cctype>
+#include <string>
+#include <vector>
 
-#include "tests/dll/driver.h"
 #include "tests/support/pe_image.h"
-
-using testing::UnorderedElementsAreArray;
 
 namespace {
 
+using testing::AnyOf;
+using testing::Contains;
+using testing::Each;
+using testing::Le;
+using testing::UnorderedElementsAreArray;
+
+std::filesystem::path LibraryPath() {
+  wchar_t path[MAX_PATH] = L"";
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  return std::filesystem::path(path).parent_path() / "velquin.dll";
+}
+
 class Image : public testing::Test {
  protected:
-  Image() : image(*PeImage::Read(Driver().Path())) {}
+  void SetUp() override {
+    const auto read = PeImage::Read(LibraryPath());
+    ASSERT_TRUE(read);
+    image = *read;
+  }
+
   PeImage image;
 };
 
-TEST_F(Image, NeedsOnlyWhatEveryWindowsHas) {
-  const std::vector<std::string> system = {"advapi32.dll", "comctl32.dll", "gdi32.dll",
-                                           "kernel32.dll", "msvcrt.dll",   "shell32.dll",
-                                           "user32.dll",   "ws2_32.dll"};
-  for (std::string module : image.importedModules) {
+TEST_F(Image, NeedsNothingButWindows) {
+  std::vector<std::string> modules = image.importedModules;
+  for (std::string& module : modules) {
     std::transform(module.begin(), module.end(), module.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    EXPECT_THAT(system, testing::Contains(module));
   }
+  EXPECT_THAT(modules, Each(AnyOf("kernel32.dll", "user32.dll", "gdi32.dll", "advapi32.dll",
+                                  "shell32.dll", "comctl32.dll", "ws2_32.dll", "msvcrt.dll")));
+  EXPECT_THAT(modules, Contains("ws2_32.dll"));
 }
 
 TEST_F(Image, ExportsThePlainNamesAndTheFieldSplitterAndNothingElse) {
@@ -81,11 +98,19 @@ TEST_F(Image, ExportsThePlainNamesAndTheFieldSplitterAndNothingElse) {
 TEST_F(Image, IsStrippedAndSmall) {
   EXPECT_FALSE(image.HasSymbols());
   EXPECT_FALSE(image.HasDebugSections());
-  EXPECT_LT(image.fileSize, 1024u * 1024u);
+  constexpr uint64_t kMebibyte = 1024 * 1024;
+  EXPECT_THAT(image.fileSize, Le(kMebibyte));
 }
 
-TEST_F(Image, CarriesNoTimeOfItsMaking) {
+TEST_F(Image, IsBuiltTheSameEveryTime) {
   EXPECT_EQ(image.timeStamp, 0u);
+}
+
+TEST_F(Image, MayBePlacedAnywhereAndRunsNoData) {
+  constexpr uint16_t kProtection = IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE |
+                                   IMAGE_DLLCHARACTERISTICS_NX_COMPAT |
+                                   IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA;
+  EXPECT_EQ(image.dllCharacteristics & kProtection, kProtection);
 }
 
 }  // namespace

@@ -18,5 +18,5 @@ class DebugOutputCapture {
 
  private:
   bool collecting = true;
-  void* handler = nullptr;  // the system's, on Windows
+  [[maybe_unused]] void* handler = nullptr;  // the system's, on Windows
 };

@@ -25,6 +25,15 @@ HRESULT ErrorOfANewLock() {
   return 0;
 }
 
+// The analysis of locks knows none that may be entered twice.
+VELQUIN_ANNOTATE(no_thread_safety_analysis) void EnterAgain(CCriticalSection& section) {
+  section.Lock();
+}
+
+VELQUIN_ANNOTATE(no_thread_safety_analysis) void LeaveOnce(CCriticalSection& section) {
+  section.Unlock();
+}
+
 }  // namespace
 
 TEST(CriticalSection, LetsOneThreadInAtATime) {
@@ -47,14 +56,14 @@ TEST(CriticalSection, LetsOneThreadInAtATime) {
 TEST(CriticalSection, MayBeEnteredAgainByItsOwner) {
   CCriticalSection section;
   section.Lock();
-  section.Lock();
+  EnterAgain(section);
   std::atomic<bool> entered = false;
   std::thread other([&] {
     section.Lock();
     entered = true;
     section.Unlock();
   });
-  section.Unlock();
+  LeaveOnce(section);
   EXPECT_FALSE(Eventually([&] { return entered.load(); }, 50ms)) << "one Unlock is not enough";
   section.Unlock();
   EXPECT_TRUE(Eventually([&] { return entered.load(); }, 5s));

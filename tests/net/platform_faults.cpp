@@ -55,7 +55,6 @@ PlatformFaults::~PlatformFaults() {
 
 namespace platform {
 
-// NOLINTBEGIN(readability-identifier-naming)
 #define START_SOCKETS "12StartSocketsEtRNS_17SocketStartupDataE"
 int SystemStartSockets(uint16_t versionWord, SocketStartupData& data) SYSTEM(START_SOCKETS);
 int InsteadStartSockets(uint16_t versionWord, SocketStartupData& data) INSTEAD(START_SOCKETS);
@@ -180,7 +179,6 @@ bool InsteadLocalAppData(std::wstring& folder) {
   if (installed == nullptr || !installed->localAppData) return SystemLocalAppData(folder);
   return Ask(installed->localAppData, folder);
 }
-// NOLINTEND(readability-identifier-naming)
 
 }  // namespace platform
 

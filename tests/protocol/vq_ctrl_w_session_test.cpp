@@ -145,6 +145,13 @@ TEST_F(Session, StaysConnectedWhenOpeningFails) {
   EXPECT_FALSE(UdpLinkProbe(probe.Link()).Connected());
 }
 
+TEST_F(Session, StaysConnectedToWhomeverIsNoController) {
+  controller.Answers("$SYVER?", "no controller");
+  EXPECT_EQ(Open(), 0);
+  EXPECT_TRUE(UdpLinkProbe(probe.Link()).Connected());
+  EXPECT_EQ(session.StopMotion(reply), 1);
+}
+
 TEST_F(Session, UsesTheOldConnectionWhileItIsNotClosed) {
   Connect(3000);
   controller.Answers("$MTMDL?", "$MTMDL=1");

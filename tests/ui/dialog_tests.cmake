@@ -1,14 +1,13 @@
 # SPDX-License-Identifier: MIT
 # The dialogs: once from the inside, once through the built library.
-if(NOT WIN32)
-  return()
+if(WIN32)
+  velquin_library(velquin_ui_test_tools
+    SOURCES
+      gdi_objects.cpp
+      ui_thread.cpp
+      window_tools.cpp
+    DEPENDS velquin_test_support gdi32 user32)
 endif()
-velquin_library(velquin_ui_test_tools
-  SOURCES
-    gdi_objects.cpp
-    ui_thread.cpp
-    window_tools.cpp
-  DEPENDS velquin_test_support gdi32 user32)
 
 velquin_test(NAME ui_dialog_tests WINDOWS_ONLY SERIAL LIMIT 180
   SOURCES
@@ -23,8 +22,10 @@ velquin_test(NAME ui_dialog_tests WINDOWS_ONLY SERIAL LIMIT 180
     message_text_test.cpp
     slew_calls.cpp
   DEPENDS velquin_ui_test_tools velquin_api velquin_resources velquin_simulator)
-target_link_options(ui_dialog_tests PRIVATE
-  -Wl,--wrap=_ZN10CTelescope4SlewEiii -Wl,--wrap=__imp_MessageBeep)
+if(WIN32)
+  target_link_options(ui_dialog_tests PRIVATE
+    -Wl,--wrap=_ZN10CTelescope4SlewEiii -Wl,--wrap=__imp_MessageBeep)
+endif()
 
 # The same windows through velquin.dll, as a host sees them.
 velquin_test(NAME ui_dll_tests WINDOWS_ONLY SERIAL LIMIT 180
@@ -33,4 +34,6 @@ velquin_test(NAME ui_dll_tests WINDOWS_ONLY SERIAL LIMIT 180
     dll_hand_controller_test.cpp
     dll_threads_test.cpp
   DEPENDS velquin_ui_test_tools velquin_simulator)
-add_dependencies(ui_dll_tests velquin)
+if(WIN32)
+  add_dependencies(ui_dll_tests velquin)
+endif()

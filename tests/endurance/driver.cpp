@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/dll/driver.h"
+#include "tests/endurance/driver.h"
 
 #include <windows.h>
 

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#include "tests/dll/driver_fixture.h"
+
+#include <algorithm>
+#include <future>
+
+namespace {
+
+constexpr const char* kPoll = "$MTSTA?\r\n";
+constexpr const char* kMark = "$MTAGS=9.875000,9.875000";
+
+}  // namespace
+
+DriverTest::DriverTest() {
+  controller.LooksLikeAMount();
+  driver.SetLogPath(nullptr, (folder.Narrow() + "\\").c_str());
+}
+
+DriverTest::~DriverTest() {
+  auto end = std::async(std::launch::async, [this] { driver.End(nullptr); });
+  while (end.wait_for(std::chrono::milliseconds(5)) != std::future_status::ready) {
+    if (const auto box = FindMessageBox()) PressOk(*box);
+  }
+}
+
+void DriverTest::StartSession() {
+  ASSERT_EQ(Start(), 1);
+  double radec[2];
+  ASSERT_TRUE(Eventually([&] { return driver.GetPos(nullptr, radec) == 1; }, kSoon));
+  controller.Clear();
+}
+
+bool DriverTest::PollsAgain() {
+  return controller.WaitForCount("$MTSTA?", controller.CountOf("$MTSTA?") + 2, kSoonMs);
+}
+
+std::vector<std::string> DriverTest::Requests() {
+  std::vector<std::string> requests;
+  for (const auto& datagram : controller.Received()) {
+    if (datagram.bytes != kPoll) requests.push_back(datagram.bytes);
+  }
+  return requests;
+}
+
+std::vector<std::string> DriverTest::Sent() {
+  driver.SetGuideSpeed(nullptr, 9.875, 9.875);
+  EXPECT_TRUE(controller.WaitFor(kMark, kSoonMs));
+  std::vector<std::string> sent = Requests();
+  std::erase(sent, std::string(kMark) + "\r\n");
+  return sent;
+}
+
+std::vector<std::string> DriverTest::SentByANewSession() {
+  EXPECT_EQ(Start(), 1);
+  std::vector<std::string> sent = Sent();
+  const auto connecting = std::find(sent.begin(), sent.end(), "$MTCOM=0.000000,3.000000\r\n");
+  if (connecting != sent.end()) sent.erase(sent.begin(), connecting + 1);
+  return sent;
+}

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// A host that loads the library anew for every connection, more often than a process has thread
+// slots to give.
+#include <windows.h>
+
+#include "tests/endurance/driver_fixture.h"
+
+namespace {
+
+TEST(ManyLoads, GiveBackWhatTheyTake) {
+  for (int i = 0; i < 1200; ++i) {
+    const HMODULE library = LoadLibraryW(L"velquin.dll");
+    ASSERT_NE(library, nullptr) << "load " << i;
+    const auto getStatus = reinterpret_cast<TelescopeGetStatusFn>(
+        reinterpret_cast<void*>(GetProcAddress(library, "TelescopeGetStatus")));
+    ASSERT_EQ(getStatus(nullptr), 1);
+    ASSERT_TRUE(FreeLibrary(library));
+  }
+  EXPECT_FALSE(Driver::IsLoaded());
+}
+
+using Addresses = DriverTest;
+
+// A probe that nobody answered must not tie the link to that address.
+TEST_F(Addresses, AWrongOneDoesNotSpoilTheNext) {
+  controller.IsSilentTo("$SYVER?");
+  char version[16] = "";
+  EXPECT_EQ(driver.Check(nullptr, controller.Address().c_str(), nullptr, version, sizeof version,
+                         nullptr, 0),
+            0);
+  controller.LooksLikeAMount();
+  EXPECT_EQ(driver.Check(nullptr, controller.Address().c_str(), nullptr, version, sizeof version,
+                         nullptr, 0),
+            1);
+  const auto received = controller.Received();
+  ASSERT_GE(received.size(), 2u);
+  EXPECT_NE(received.front().fromPort, received.back().fromPort);
+}
+
+}  // namespace
