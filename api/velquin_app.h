@@ -10,6 +10,6 @@ class CVelquinApp : public CWinApp {
   /// load.
   BOOL InitInstance() override;
   int ExitInstance() override;
-  /// Every message of the library, in the system's box with the application name as title.
+  /// Every message of the library, in the library's own box with the application name as title.
   int DoMessageBox(LPCSTR prompt, UINT type, UINT helpId) override;
 };

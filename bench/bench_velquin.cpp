@@ -91,7 +91,9 @@ void BenchGetPos() {
   if (!reader.IsReady()) return;
   std::vector<double> ns;
   double radec[2];
-  for (int round = 0; round < 200; ++round) {
+  constexpr int kRounds = 200;
+  ns.reserve(kRounds);
+  for (int round = 0; round < kRounds; ++round) {
     ns.push_back(NanosecondsPerCall(2000, [&] { reader.Read(radec); }));
   }
   Report(reader.Name(), Median(ns), "limit", 100.0);

@@ -254,6 +254,24 @@ void DefineSettings(CommandDefinitions& d) {
       ->required();
 }
 
+void DefineWindow(CommandDefinitions& d) {
+  CLI::App* dialog =
+      Command(d, "dialog", "Open the driver's hand controller and wait until it is closed",
+              "  velquinctl dialog 192.168.1.10\n"
+              "  velquinctl dialog 192.168.1.10 5h34m31.9s +22d00m52s\n"
+              "The position is the target of its goto and sync buttons. The close box, Esc and "
+              "Ctrl-C close the window.\n",
+              [](const ArgumentTexts& t) {
+                DialogAction action;
+                if (t.ra.empty() != t.dec.empty()) Refuse("a target needs both RA and DEC");
+                if (!t.ra.empty()) action.target = PositionArgument(t.ra, t.dec);
+                return action;
+              });
+  TakesAddress(d, dialog);
+  dialog->add_option("RA", d.texts.ra, "the target's right ascension, as for goto")->type_name("");
+  dialog->add_option("DEC", d.texts.dec, "the target's declination, as for goto")->type_name("");
+}
+
 void DefineRun(CommandDefinitions& d) {
   CLI::App* run = Command(d, "run", "Perform the commands of a file, one a line",
                           "  velquinctl run evening.txt\n"
@@ -274,6 +292,7 @@ void DefineCommands(CommandDefinitions& definitions) {
   DefinePlaces(definitions);
   DefineHandMoves(definitions);
   DefineSettings(definitions);
+  DefineWindow(definitions);
   DefineRun(definitions);
 }
 

@@ -30,6 +30,7 @@ struct Performer {
   void operator()(const SiteAction& action) const { PerformSite(context, action); }
   void operator()(const AlignResetAction&) const { PerformAlignReset(context); }
   void operator()(const IniAction& action) const { PerformIni(context, action); }
+  void operator()(const DialogAction& action) const { PerformDialog(context, action); }
   void operator()(const RunAction&) const {}  // RunScript performs it
 };
 

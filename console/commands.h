@@ -58,5 +58,6 @@ void PerformGuideSpeed(const CommandContext& context, const GuideSpeedAction& ac
 void PerformSite(const CommandContext& context, const SiteAction& action);
 void PerformAlignReset(const CommandContext& context);
 void PerformIni(const CommandContext& context, const IniAction& action);
+void PerformDialog(const CommandContext& context, const DialogAction& action);
 
 }  // namespace velquinctl

@@ -50,12 +50,14 @@ MountState WaitForRest(const CommandContext& context, const Session& session) {
 void HoldSlew(const CommandContext& context, const Session& session, const SlewAction& action) {
   ProgressLine line(context.output.Progress(), context.output.ProgressWriter());
   const double begin = SteadySeconds();
-  for (double seconds = 0.0; seconds < action.forSeconds; seconds = SteadySeconds() - begin) {
+  for (bool last = false; !last;) {
     session.Exports().Slew(nullptr, action.direction, 1, action.speed);
+    const double seconds = SteadySeconds() - begin;
     line.Show(seconds,
               "moving " + action.directionName + "  " + PositionText(session.Read().position));
-    const double leftMs = (action.forSeconds - seconds) * 1000.0;
-    context.interrupt.SleepMs(std::max(1, static_cast<int>(std::min<double>(kRenewMs, leftMs))));
+    const double leftMs = std::max((action.forSeconds - seconds) * 1000.0, 0.0);
+    last = leftMs <= kRenewMs;
+    context.interrupt.SleepMs(last ? static_cast<int>(leftMs) : kRenewMs);
   }
 }
 

@@ -37,6 +37,9 @@ std::wstring TextOf(HWND window) {
   return text;
 }
 
+// The text of the driver's own boxes; the system's have another number there.
+constexpr int kDriversText = 10001;
+
 BOOL CALLBACK AppendStaticText(HWND child, LPARAM result) {
   if (ClassOf(child) == L"Static") {
     auto& text = *reinterpret_cast<std::wstring*>(result);
@@ -46,22 +49,30 @@ BOOL CALLBACK AppendStaticText(HWND child, LPARAM result) {
   return TRUE;
 }
 
-/// @return all that the box says, on one line.
-std::string BoxText(HWND box) {
+std::wstring RawText(HWND box) {
+  if (HWND control = GetDlgItem(box, kDriversText); control != nullptr) return TextOf(control);
   std::wstring text;
   EnumChildWindows(box, AppendStaticText, reinterpret_cast<LPARAM>(&text));
+  return text;
+}
+
+/// @return all that the box says, on one line.
+std::string BoxText(HWND box) {
   std::wstring line;
-  for (const wchar_t c : text) {
+  for (const wchar_t c : RawText(box)) {
     if (c == L'\r') continue;
     line += c == L'\n' || c == L'\t' ? L' ' : c;
   }
+  line.erase(line.find_last_not_of(L' ') + 1);  // the driver ends every line of a text
   return Utf8FromWide(line);
 }
 
+/// A message box has an OK button; the driver's other windows have none.
 BOOL CALLBACK AppendBox(HWND window, LPARAM result) {
   DWORD process = 0;
   GetWindowThreadProcessId(window, &process);
-  if (process == GetCurrentProcessId() && IsWindowVisible(window) && ClassOf(window) == L"#32770")
+  if (process == GetCurrentProcessId() && IsWindowVisible(window) && ClassOf(window) == L"#32770" &&
+      GetDlgItem(window, IDOK) != nullptr)
     reinterpret_cast<std::vector<HWND>*>(result)->push_back(window);
   return TRUE;
 }
@@ -119,7 +130,14 @@ struct MessageWatch::Watcher {
   std::thread thread;  // last, so that it finds everything else built
 };
 
-MessageWatch::MessageWatch() : watcher_(std::make_unique<Watcher>()) {}
+MessageWatch::MessageWatch() {
+  // The first call of this kind loads the display driver. Left to the watching thread, it can meet
+  // the loading of velquin.dll on this one, and under Wine the two then wait for each other for
+  // ever: one holds the loader's lock and wants the driver, the other has begun the driver and
+  // wants the loader's lock.
+  ReleaseDC(nullptr, GetDC(nullptr));
+  watcher_ = std::make_unique<Watcher>();
+}
 
 MessageWatch::~MessageWatch() = default;
 

@@ -13,6 +13,7 @@ namespace velquinctl {
 /// the end of a session waits for a box, too. Any thread.
 class MessageWatch {
  public:
+  /// To be built before any library is loaded by another thread.
   MessageWatch();
   MessageWatch(const MessageWatch&) = delete;
   MessageWatch& operator=(const MessageWatch&) = delete;
@@ -30,7 +31,7 @@ class MessageWatch {
 
  private:
   struct Watcher;
-  const std::unique_ptr<Watcher> watcher_;
+  std::unique_ptr<Watcher> watcher_;  // never null
 };
 
 }  // namespace velquinctl

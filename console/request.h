@@ -85,6 +85,10 @@ struct IniAction {
   std::string section;
 };
 
+struct DialogAction {
+  std::optional<SkyPosition> target;  ///< handed over before the window opens
+};
+
 struct RunAction {
   std::string file;
 };
@@ -92,7 +96,7 @@ struct RunAction {
 using Action =
     std::variant<CheckAction, StatusAction, GotoAction, SyncAction, StopAction, HomeAction,
                  ParkAction, UnparkAction, MonitorAction, SlewAction, PulseAction, GuideSpeedAction,
-                 SiteAction, AlignResetAction, IniAction, RunAction>;
+                 SiteAction, AlignResetAction, IniAction, DialogAction, RunAction>;
 
 /// One command with everything it needs.
 struct Request {

@@ -45,10 +45,9 @@ Request ParseLine(std::string_view line, const CommonOptions& defaults) {
   auto parsed = ParseCommandLine(words, defaults);
   if (std::holds_alternative<HelpText>(parsed))
     throw Failure(ExitCode::kWrongUsage, "--help and --version have no place in a script");
-  auto& request = std::get<Request>(parsed);
-  if (std::holds_alternative<RunAction>(request.action))
+  if (std::holds_alternative<RunAction>(std::get<Request>(parsed).action))
     throw Failure(ExitCode::kWrongUsage, "a script cannot run another one");
-  return std::move(request);
+  return std::get<Request>(std::move(parsed));
 }
 
 }  // namespace

@@ -46,7 +46,7 @@ class CTelescope : public CThreadCtrl {
   /// Writes the time-out journal, queues the close and waits for the worker. @return 1.
   int End();
   /// @return false while a worker runs or a host's thread is inside of Start, Check or End.
-  bool IsIdle() const { return thread == nullptr && hostCalls == 0; }
+  bool IsIdle() const { return hostCalls == 0 && thread == nullptr; }
 
   // --- Requests (any thread; all return 1 at once)
   // ------------------------------------------------

@@ -120,7 +120,7 @@ CString CUdpLink::CommandKey(const char* line) {
 int CUdpLink::ReceiveChunk() {
   if (bufferCapacity - bytesHeld < kGrowth) {
     auto* grown = static_cast<char*>(
-        std::realloc(receiveBuffer, static_cast<size_t>(bufferCapacity + kGrowth)));
+        std::realloc(receiveBuffer, static_cast<size_t>(bufferCapacity) + kGrowth));
     if (grown == nullptr) return -1;
     receiveBuffer = grown;
     bufferCapacity += kGrowth;

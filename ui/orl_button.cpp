@@ -28,6 +28,7 @@ BEGIN_MESSAGE_MAP(COrlButton, CButton)
 ON_WM_ERASEBKGND()
 ON_WM_LBUTTONDBLCLK()
 ON_WM_KEYDOWN()
+ON_MESSAGE(WM_GETDLGCODE, OnGetDlgCode)
 END_MESSAGE_MAP()
 
 COrlButton::~COrlButton() {
@@ -82,6 +83,14 @@ void COrlButton::OnKeyDown(UINT key) {
     return;
   }
   Default();
+}
+
+// A modal dialog would take Enter for its default button, also when another one has the focus.
+LRESULT COrlButton::OnGetDlgCode(WPARAM, LPARAM lParam) {
+  const auto* message = reinterpret_cast<const MSG*>(lParam);
+  const bool isEnter =
+      message != nullptr && message->message == WM_KEYDOWN && message->wParam == VK_RETURN;
+  return Default() | (isEnter ? DLGC_WANTMESSAGE : 0);
 }
 
 void COrlButton::DrawItem(DRAWITEMSTRUCT* request) {

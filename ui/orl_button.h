@@ -31,6 +31,7 @@ class COrlButton : public CButton, public COrlDialogBase {
   BOOL OnEraseBkgnd(HDC dc);
   void OnLButtonDblClk(UINT flags, CPoint point);
   void OnKeyDown(UINT key);
+  LRESULT OnGetDlgCode(WPARAM wParam, LPARAM lParam);
   void DrawItem(DRAWITEMSTRUCT* request) override;
 
  private:

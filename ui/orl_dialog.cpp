@@ -16,6 +16,7 @@ ON_MESSAGE(WM_NCMOUSELEAVE, OnNcMouseLeave)
 ON_MESSAGE(WM_NCMOUSEHOVER, OnNcMouseHover)
 ON_WM_NCLBUTTONDOWN()
 ON_WM_NCLBUTTONUP()
+ON_MESSAGE(WM_NCLBUTTONDBLCLK, OnNcLButtonDblClk)
 END_MESSAGE_MAP()
 
 COrlDialog::COrlDialog(UINT templateId, HWND parent)
@@ -77,7 +78,9 @@ LRESULT COrlDialog::OnNcHitTest(CPoint screen) {
   // The system takes what its own frame would leave for nobody's.
   const CRect window = GetWindowRect();
   const CRect band(window.left, window.top, window.right, window.top + FrameSizes().band);
-  const bool belongsToNone = hit == HTNOWHERE || hit == HTERROR;
+  // The system's own buttons are not where the painted ones are.
+  const bool isSystemButton = hit == HTCLOSE || hit == HTMINBUTTON || hit == HTMAXBUTTON;
+  const bool belongsToNone = hit == HTNOWHERE || hit == HTERROR || isSystemButton;
   return belongsToNone && band.PtInRect(screen) ? HTCAPTION : hit;
 }
 
@@ -102,6 +105,11 @@ LRESULT COrlDialog::OnNcMouseHover(WPARAM wParam, LPARAM) {
 
 void COrlDialog::OnNcLButtonDown(UINT hit, CPoint) {
   if (!caption.ButtonPressed(m_hWnd, hit)) Default();
+}
+
+// A second press soon after the first is a press like any other.
+LRESULT COrlDialog::OnNcLButtonDblClk(WPARAM wParam, LPARAM) {
+  return caption.ButtonPressed(m_hWnd, static_cast<LRESULT>(wParam)) ? 0 : Default();
 }
 
 void COrlDialog::OnNcLButtonUp(UINT hit, CPoint) {

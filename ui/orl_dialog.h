@@ -31,6 +31,7 @@ class COrlDialog : public CDialog, public COrlDialogBase {
   LRESULT OnNcMouseHover(WPARAM wParam, LPARAM lParam);
   void OnNcLButtonDown(UINT hit, CPoint screen);
   void OnNcLButtonUp(UINT hit, CPoint screen);
+  LRESULT OnNcLButtonDblClk(WPARAM wParam, LPARAM lParam);
 
   CPaintCaption caption;
 

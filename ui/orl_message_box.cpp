@@ -44,7 +44,8 @@ COrlMessageBox::COrlMessageBox(HWND parent, LPCSTR message, UINT style)
 
 INT_PTR COrlMessageBox::DoModal() {
   if (COrlDialog::DoModal() == -1) return IDCANCEL;
-  return result;
+  // A box that went without an answer (the host quits, its window is destroyed) agreed to nothing.
+  return answered ? result : IDCANCEL;
 }
 
 BOOL COrlMessageBox::OnInitDialog() {
@@ -150,20 +151,23 @@ CRect COrlMessageBox::ControlRect(UINT id) const {
   return rect;
 }
 
+void COrlMessageBox::Answer(int32_t button) {
+  result = button;
+  answered = true;
+  EndDialog(button);
+}
+
 void COrlMessageBox::OnOK() {
-  result = IsYesNo() ? IDYES : IDOK;
-  EndDialog(result);
+  Answer(IsYesNo() ? IDYES : IDOK);
 }
 
 // Esc comes here too, and answers no where the question is yes or no.
 void COrlMessageBox::OnCancel() {
-  result = IsYesNo() ? IDNO : IDCANCEL;
-  EndDialog(result);
+  Answer(IsYesNo() ? IDNO : IDCANCEL);
 }
 
 void COrlMessageBox::OnThirdButton() {
-  result = IDCANCEL;
-  EndDialog(result);
+  Answer(IDCANCEL);
 }
 
 LRESULT COrlMessageBox::OnHelp(WPARAM, LPARAM) {

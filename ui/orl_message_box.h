@@ -16,7 +16,7 @@ class COrlMessageBox : public COrlDialog {
   /// @param style the system's message-box style bits
   COrlMessageBox(HWND parent, LPCSTR message, UINT style);
 
-  /// Runs the box. @return 1 OK, 2 cancel, 6 yes, 7 no.
+  /// Runs the box. @return 1 OK, 2 cancel, 6 yes, 7 no; 2 when it went without an answer.
   INT_PTR DoModal() override;
 
  protected:
@@ -36,9 +36,11 @@ class COrlMessageBox : public COrlDialog {
   void SizeToText();
   void MoveButtons(LONG x, LONG y) const;
   bool IsYesNo() const;
+  void Answer(int32_t button);
   CRect ControlRect(UINT id) const;
 
   int32_t result = IDOK;
+  bool answered = false;
   CString text;
   UINT type;
   std::array<COrlButton, 3> buttons;

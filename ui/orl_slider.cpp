@@ -23,6 +23,7 @@ ON_WM_PAINT()
 ON_WM_ERASEBKGND()
 ON_WM_LBUTTONDOWN()
 ON_WM_LBUTTONUP()
+ON_WM_CAPTURECHANGED()
 END_MESSAGE_MAP()
 
 void COrlSlider::OnPaint() {
@@ -138,6 +139,13 @@ void COrlSlider::OnLButtonDown(UINT, CPoint point) {
 }
 
 void COrlSlider::OnLButtonUp(UINT, CPoint) {
+  thumbPressed = 0;
+  Invalidate();
+  Default();
+}
+
+// Another window has taken the mouse, so the release will not come here.
+void COrlSlider::OnCaptureChanged(HWND) {
   thumbPressed = 0;
   Invalidate();
   Default();

@@ -19,6 +19,7 @@ class COrlSlider : public CSliderCtrl, public COrlDialogBase {
   BOOL OnEraseBkgnd(HDC dc);
   void OnLButtonDown(UINT flags, CPoint point);
   void OnLButtonUp(UINT flags, CPoint point);
+  void OnCaptureChanged(HWND window);
 
  private:
   void PaintSlider(CDC& dc);

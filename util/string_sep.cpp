@@ -5,7 +5,9 @@
 
 namespace {
 
-bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+bool IsSpace(char c) {
+  return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 CString TrimmedPiece(const char* first, const char* last) {
   while (first < last && IsSpace(*first)) ++first;

@@ -86,5 +86,29 @@ INT_PTR CALLBACK CDialog::DialogProc(HWND window, UINT message, WPARAM wParam, L
   if (message != WM_INITDIALOG || FromHandlePermanent(window) != nullptr) return FALSE;
   auto* dialog = reinterpret_cast<CDialog*>(lParam);
   dialog->SubclassWindow(window);
-  return AfxWndProc(window, message, wParam, 0);
+  const CRect before = dialog->GetWindowRect();
+  const LRESULT result = AfxWndProc(window, message, wParam, 0);
+  if (FromHandlePermanent(window) == dialog) dialog->CentreWhenUnplaced(before);
+  return result;
+}
+
+// A template at (0, 0) leaves the place to the dialog; one that has not chosen any comes into the
+// middle of its owner, or of the screen's work area.
+void CDialog::CentreWhenUnplaced(const CRect& before) const {
+  const HWND owner = ::GetWindow(m_hWnd, GW_OWNER);
+  POINT unplaced = {0, 0};
+  if (owner != nullptr) ::ClientToScreen(owner, &unplaced);
+  const CRect window = GetWindowRect();
+  const bool placed = before.left != unplaced.x || before.top != unplaced.y ||
+                      window.left != before.left || window.top != before.top;
+  if (placed || ::IsWindowVisible(m_hWnd)) return;
+  CRect area;
+  if (owner != nullptr && ::IsWindowVisible(owner)) {
+    ::GetWindowRect(owner, &area);
+  } else {
+    ::SystemParametersInfoA(SPI_GETWORKAREA, 0, static_cast<RECT*>(&area), 0);
+  }
+  ::SetWindowPos(m_hWnd, nullptr, area.left + (area.Width() - window.Width()) / 2,
+                 area.top + (area.Height() - window.Height()) / 2, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }

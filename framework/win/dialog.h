@@ -39,6 +39,8 @@ class CDialog : public CWnd {
 
   static INT_PTR CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
+  void CentreWhenUnplaced(const CRect& before) const;
+
   const UINT m_templateId;
   const HWND m_parent;
   HWND m_shownWindow = nullptr;  // of Create; stays when the window has gone

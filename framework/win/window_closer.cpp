@@ -13,7 +13,7 @@ HMODULE HoldThisModule() {
 // A posted message would not do: whoever handles it still runs in the module after it has told that
 // the window is gone. A sent one is answered when the window's thread has left the module, so a
 // thread of its own sends it and then lets go of the module in the one call that never returns.
-DWORD WINAPI Closer(void* window) {
+[[noreturn]] DWORD WINAPI Closer(void* window) {
   ::SendMessageA(static_cast<HWND>(window), kMessageDestroy, 0, 0);
   HMODULE module = nullptr;
   ::GetModuleHandleExA(

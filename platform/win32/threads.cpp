@@ -79,7 +79,8 @@ Thread* BeginThread(ThreadRoutine routine, void* parameter) {
     FreeLibrary(start->module);
     return nullptr;
   }
-  start.release();
+  // The new thread deletes it.
+  static_cast<void>(start.release());
   return thread.release();
 }
 

@@ -8,6 +8,7 @@ namespace {
 
 constexpr const char* kPoll = "$MTSTA?\r\n";
 constexpr const char* kMark = "$MTAGS=9.875000,9.875000";
+constexpr const char* kMarkDatagram = "$MTAGS=9.875000,9.875000\r\n";
 
 }  // namespace
 
@@ -43,10 +44,11 @@ std::vector<std::string> DriverTest::Requests() {
 }
 
 std::vector<std::string> DriverTest::Sent() {
+  const int marks = controller.CountOf(kMark);
   driver.SetGuideSpeed(nullptr, 9.875, 9.875);
-  EXPECT_TRUE(controller.WaitFor(kMark, kSoonMs));
+  EXPECT_TRUE(controller.WaitForCount(kMark, marks + 1, kSoonMs));
   std::vector<std::string> sent = Requests();
-  std::erase(sent, std::string(kMark) + "\r\n");
+  std::erase(sent, kMarkDatagram);
   return sent;
 }
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Every export: what it answers and what it puts on the wire.
+#include <atomic>
 #include <filesystem>
-#include <type_traits>
+#include <thread>
 
 #include "tests/dll/driver_fixture.h"
 #include "tests/support/file_text.h"
@@ -12,9 +13,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::MatchesRegex;
-using testing::Not;
 using testing::SizeIs;
-using testing::StartsWith;
 
 constexpr double kCrab[2] = {83.633, 22.0145};
 const char* const kNoMove = "$MTMV2=1.000000,0.000000,0.000000\r\n";
@@ -145,13 +144,18 @@ TEST_F(Exports, GoToAndSynchroniseOnTargets) {
   StartSession();
   EXPECT_EQ(driver.SetPos(nullptr, kCrab), 1);
   EXPECT_EQ(driver.SetPos(nullptr, nullptr), 1);
+  EXPECT_THAT(Sent(), IsEmpty());
   EXPECT_EQ(driver.Look(nullptr, nullptr), 1);
   EXPECT_EQ(driver.Sync(nullptr, nullptr), 1);
+  EXPECT_THAT(Sent(),
+              ElementsAre("$MTTGT=3,5.575533,22.014500,\r\n", "$ALIGN=3,5.575533,22.014500,\r\n"));
+
+  controller.Clear();
   const double south[2] = {359.9999, -5.25};
   EXPECT_EQ(driver.Look(nullptr, south), 1);
-  EXPECT_THAT(Sent(), SizeIs(3));
-  EXPECT_EQ(driver.Sync(nullptr, kCrab), 1);
-  EXPECT_THAT(Sent(), Contains("$ALIGN=3,5.575533,22.014500,\r\n"));
+  EXPECT_EQ(driver.Sync(nullptr, south), 1);
+  EXPECT_THAT(Sent(), ElementsAre("$MTTGT=3,23.999993,-5.250000,\r\n",
+                                  "$ALIGN=3,23.999993,-5.250000,\r\n"));
 }
 
 TEST_F(Exports, DoNothingForASyncWithoutATarget) {
@@ -228,6 +232,41 @@ TEST_F(Exports, SetTheGuideSpeed) {
   EXPECT_EQ(driver.SetGuideSpeed(nullptr, 0.5, 0.75), 1);
   ASSERT_TRUE(controller.WaitFor("$MTAGS=", kSoonMs));
   EXPECT_THAT(Requests(), ElementsAre("$MTAGS=0.500000,0.750000\r\n"));
+}
+
+// --- Threads -----------------------------------------------------------------------------------
+
+TEST_F(Exports, MayBeCalledByFourThreadsAtOnce) {
+  StartSession();
+  const SiteTime time = {2024, 1, 15, 21, 7, 0.0, 9.0};
+  const SiteLocation location = {1.0, 2.0, 3.0};
+  std::atomic<bool> stopping = false;
+  std::atomic<int> failures = 0;
+  const auto callAll = [&] {
+    char version[8];
+    double radec[2];
+    while (!stopping) {
+      failures += driver.GetPos(nullptr, radec) != 1 || radec[1] != 22.5;
+      failures += driver.SetName(nullptr, "Scope") != 1 || driver.SetVendor(nullptr, "Me") != 1;
+      failures += driver.Look(nullptr, kCrab) != 1 || driver.Sync(nullptr, nullptr) != 1;
+      failures += driver.Slew(nullptr, 2, 1, 3) != 1 || driver.Slew(nullptr, 2, 0, 3) != 1;
+      failures += driver.BaseSetting(nullptr, &time, &location) != 1;
+      failures += driver.GetEastWest(nullptr) != 0 || driver.GetParking(nullptr) != 0;
+      failures += driver.SetIni(nullptr, "none.ini", "Mount") != 1;
+      failures += driver.Start(nullptr, "127.13.1.1", nullptr, 0) != 0;
+      failures += driver.Check(nullptr, "127.13.1.1", nullptr, version, 8, nullptr, 0) != 1;
+      failures += driver.Stop(nullptr) != 1;
+    }
+  };
+  std::vector<std::thread> callers;
+  for (int i = 0; i < 4; ++i) callers.emplace_back(callAll);
+  for (int i = 0; i < 5; ++i) EXPECT_TRUE(PollsAgain());
+  stopping = true;
+  for (std::thread& caller : callers) caller.join();
+  EXPECT_EQ(failures, 0);
+  EXPECT_FALSE(FindMessageBox());
+  driver.Stop(nullptr);
+  EXPECT_EQ(driver.End(nullptr), 1);
 }
 
 // --- Window ------------------------------------------------------------------------------------

@@ -48,7 +48,7 @@ std::optional<MessageBoxOnScreen> FindMessageBox() {
   HWND window = nullptr;
   EnumWindows(FindBox, reinterpret_cast<LPARAM>(&window));
   if (window == nullptr) return std::nullopt;
-  MessageBoxOnScreen box = {window, TextOf(window), L"", {}};
+  MessageBoxOnScreen box = {window, TextOf(window), {}, {}};
   EnumChildWindows(window, ReadChild, reinterpret_cast<LPARAM>(&box));
   return box;
 }

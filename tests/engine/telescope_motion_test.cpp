@@ -218,6 +218,17 @@ TEST_F(Motion, KeepsOneMoveHoweverOftenAButtonIsReported) {
   EXPECT_THAT(SentByANewSession(), ElementsAre("$MTMV2=1.000000,0.000000,25.500000"));
 }
 
+TEST_F(Motion, KeepsOneMoveWhileTheWorkerIsBusy) {
+  app.Hold();
+  StartSession();
+  telescope.Look(nullptr);
+  ASSERT_TRUE(app.WaitForBoxes(1, kSoon));
+  for (int i = 0; i < 10; ++i) telescope.Slew(kSouth, 1, 1);
+  EXPECT_THAT(probe.Queue(), ElementsAre(4));
+  app.Answer();
+  EXPECT_THAT(Sent(), ElementsAre("$MTMV2=1.000000,0.000000,-25.500000"));
+}
+
 TEST_F(Motion, LooksOnlyAtTheLastRequestForAMoveThatWaits) {
   telescope.Slew(kNorth, 1, 1);
   telescope.Home();

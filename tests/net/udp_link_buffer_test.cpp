@@ -55,8 +55,9 @@ TEST_F(UdpLinkBuffer, AnswersTheNextQueryWithTheSecondLine) {
 // The buffer is only looked at after something has come.
 TEST_F(UdpLinkBuffer, DoesNotAnswerFromTheBufferInSilence) {
   controller.Answers("a", Raw("one\r\ntwo\r\n"));
-  ConnectImpatiently();
+  Connect();
   ASSERT_EQ(Query("a"), "one");
+  patience.End();
   EXPECT_EQ(Query("b"), "");
   EXPECT_THAT(Records(), ElementsAre("b : TimeOut"));
   EXPECT_EQ(probe.Unread(), "two\r\n");

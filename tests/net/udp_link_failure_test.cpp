@@ -23,10 +23,13 @@ TEST_F(UdpLinkFailure, SaysAndRecordsNothingWhileClosed) {
 }
 
 TEST_F(UdpLinkFailure, RecordsASilence) {
-  ConnectImpatiently();
+  Connect();
+  patience.End();
   EXPECT_EQ(Query("$SYVER?"), "");
   EXPECT_THAT(Records(), ElementsAre("$SYVER? : TimeOut"));
   EXPECT_TRUE(probe.Connected());
+  patience.Restore();
+  ASSERT_TRUE(controller.WaitFor("$SYVER?", kDeadlineMs));
   controller.Answers("$SYVER?", "$SYVER=1.00");
   EXPECT_EQ(Query("$SYVER?"), "$SYVER=1.00");
 }
@@ -45,6 +48,7 @@ TEST_F(UdpLinkFailure, WaitsForTheTimeOutThatWasSet) {
 
 TEST_F(UdpLinkFailure, GivesUpAfterTheTimeOut) {
   using std::chrono::milliseconds;
+  LetTimePass();
   Connect(150);
   const auto begin = std::chrono::steady_clock::now();
   EXPECT_EQ(Query("$SYVER?"), "");
@@ -54,7 +58,7 @@ TEST_F(UdpLinkFailure, GivesUpAfterTheTimeOut) {
 
 TEST_F(UdpLinkFailure, RecordsASilenceOnceHoweverLong) {
   EveryExchangeTakes(2000);
-  ConnectImpatiently();
+  Connect(30);
   Query("$SYVER?");
   EXPECT_THAT(Records(), ElementsAre("$SYVER? : TimeOut"));
 }
@@ -104,6 +108,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(UdpLinkFailure, LetsASlowAnswerThroughWhenTheTimeOutAllows) {
   controller.AnswersLate("$SYVER?", "$SYVER=1.00", 600);
+  LetTimePass();
   Connect(3000);
   EXPECT_EQ(Query("$SYVER?"), "$SYVER=1.00");
   EXPECT_THAT(Records(), ElementsAre(StartsWith("$SYVER? : TimeOut(100")));
@@ -135,7 +140,7 @@ TEST_F(UdpLinkFailure, RecordsAReadySocketThatIsNotMarked) {
 }
 
 TEST_F(UdpLinkFailure, RecordsASlowUnmarkedSocketTwiceWithOneTime) {
-  StopTheClock();
+  SetTheClock();
   faults.wait = [this](platform::SocketHandle, const platform::WaitTime&) {
     nowMs += 600;
     return platform::ReadWait{1, false};
@@ -220,7 +225,7 @@ TEST_F(UdpLinkFailure, LeavesRoomForTheNulWhenItReceives) {
 // --- The send ------------------------------------------------------------------------------------
 
 TEST_F(UdpLinkFailure, RecordsNothingWhenItCannotSend) {
-  StopTheClock();
+  SetTheClock();
   faults.send = [this](platform::SocketHandle, const std::string&, const platform::SocketAddress&) {
     nowMs += 5000;
     return platform::kSocketError;
@@ -248,7 +253,8 @@ TEST_F(UdpLinkFailure, SendsTheRestOfAPartlySentLine) {
     EXPECT_EQ(to.addressNetworkOrder, probe.RemoteAddress());
     return std::min<int>(4, static_cast<int>(bytes.size()));
   };
-  ConnectImpatiently();
+  Connect();
+  patience.End();
   Query("$SYVER?");
   EXPECT_THAT(sent, ElementsAre("$SYVER?\r\n", "ER?\r\n", "\n"));
 }

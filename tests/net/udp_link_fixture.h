@@ -10,6 +10,7 @@
 
 #include "net/udp_link.h"
 #include "simulator/scripted_controller.h"
+#include "tests/net/patience.h"
 #include "tests/net/platform_faults.h"
 #include "tests/net/record_texts.h"
 #include "tests/net/udp_link_probe.h"
@@ -23,27 +24,37 @@ class UdpLink : public testing::Test {
   int Open() {
     return link.Open(controller.Address().c_str(), simulator::ScriptedController::kPort);
   }
-  /// Opens the link; a silence is waited for this long.
   void Connect(int timeOutMs = kDeadlineMs) {
     ASSERT_EQ(link.SetTimeOut(timeOutMs), 1);
     ASSERT_EQ(Open(), 1);
   }
-  /// A link that gives up soon, for tests of silence.
-  void ConnectImpatiently() { Connect(30); }
 
   std::string Query(const std::string& command) {
     const CString reply = link.Query(command.c_str());
     return std::string(reply.GetString(), static_cast<size_t>(reply.GetLength()));
   }
+  /// An exchange whose answer lies there only when the link has given up.
+  void QueryAnsweredLate(const std::string& command, const std::string& answer) {
+    patience.End();
+    ASSERT_EQ(Query(command), "");
+    patience.Restore();
+    ASSERT_TRUE(controller.WaitFor(command, kDeadlineMs));
+    ASSERT_TRUE(controller.SendToLastSender(answer));
+  }
   std::vector<std::string> Records() const { return RecordTexts(link.GetTimeOutErrors()); }
 
   /// From now on time passes only as the test says.
-  void StopTheClock() {
+  void SetTheClock() {
     faults.processClockMs = [this] { return nowMs; };
+  }
+  /// From now on the link's own time-out and the system's clock count.
+  void LetTimePass() {
+    faults.processClockMs = nullptr;
+    faults.wait = nullptr;
   }
   /// Every exchange takes this long by the clock, and no time really.
   void EveryExchangeTakes(int durationMs) {
-    StopTheClock();
+    SetTheClock();
     faults.wait = [this, durationMs](platform::SocketHandle socket,
                                      const platform::WaitTime& timeOut) {
       nowMs += durationMs;
@@ -53,6 +64,7 @@ class UdpLink : public testing::Test {
 
   simulator::ScriptedController controller;
   PlatformFaults faults;  // after the controller, whose sockets are none of its business
+  Patience patience{faults};
   int32_t nowMs = 1000;
   CUdpLink link;
   UdpLinkProbe probe{link};

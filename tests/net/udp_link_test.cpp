@@ -298,9 +298,8 @@ TEST_F(UdpLink, TakesAReplyFromAnyone) {
 TEST_F(UdpLink, AnswersTheNextQueryWithALateReply) {
   controller.Answers("$SYVER?", "$SYVER=1.00");
   controller.Answers("$MTMDL?", "$MTMDL=1,2,3");
-  ConnectImpatiently();
-  ASSERT_EQ(Query("$MTSTA?"), "");
-  ASSERT_TRUE(controller.SendToLastSender("$MTSTA=late\r\n"));
+  Connect();
+  ASSERT_NO_FATAL_FAILURE(QueryAnsweredLate("$MTSTA?", "$MTSTA=late\r\n"));
   EXPECT_EQ(Query("$SYVER?"), "$MTSTA=late");
   EXPECT_EQ(Query("$MTMDL?"), "$SYVER=1.00") << "now every answer comes one query late";
   EXPECT_THAT(Records(), ElementsAre("$MTSTA? : TimeOut", "$SYVER? : Return Value Mismatch",
@@ -308,9 +307,8 @@ TEST_F(UdpLink, AnswersTheNextQueryWithALateReply) {
 }
 
 TEST_F(UdpLink, TakesALateReplyUnderTheSameKeyForTheAnswer) {
-  ConnectImpatiently();
-  ASSERT_EQ(Query("$MTSTA?"), "");
-  ASSERT_TRUE(controller.SendToLastSender("$MTSTA=late\r\n"));
+  Connect();
+  ASSERT_NO_FATAL_FAILURE(QueryAnsweredLate("$MTSTA?", "$MTSTA=late\r\n"));
   EXPECT_EQ(Query("$MTSTA?"), "$MTSTA=late");
   EXPECT_THAT(Records(), ElementsAre("$MTSTA? : TimeOut"));
 }
@@ -333,7 +331,8 @@ TEST_F(UdpLink, KnowsAControllerByItsVersionReply) {
 TEST_F(UdpLink, KnowsNoControllerInSilenceOrWhileClosed) {
   EXPECT_EQ(link.CheckUnit(), 0);
   EXPECT_THAT(controller.Commands(), IsEmpty());
-  ConnectImpatiently();
+  Connect();
+  patience.End();
   EXPECT_EQ(link.CheckUnit(), 0);
   EXPECT_THAT(Records(), ElementsAre("$SYVER? : TimeOut"));
 }

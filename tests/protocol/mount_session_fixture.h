@@ -11,6 +11,7 @@
 #include "framework/base/cstring.h"
 #include "protocol/vq_ctrl_w.h"
 #include "simulator/scripted_controller.h"
+#include "tests/net/patience.h"
 #include "tests/net/platform_faults.h"
 #include "tests/net/record_texts.h"
 #include "tests/net/udp_link_probe.h"
@@ -24,13 +25,10 @@ class MountSession : public testing::Test {
   MountSession() { controller.LooksLikeAMount(); }
 
   int Open() { return session.Open(controller.Address().c_str(), 80, 0); }
-  /// Opens the link alone, with a patience of its own, and asks nothing.
-  void Connect(int timeOutMs = kDeadlineMs) {
-    ASSERT_EQ(probe.Link().SetTimeOut(timeOutMs), 1);
+  /// Opens the link alone and asks nothing.
+  void Connect() {
     ASSERT_EQ(probe.Link().Open(controller.Address().c_str(), CUdpLink::kDefaultPort), 1);
   }
-  /// A silence costs little time.
-  void ConnectImpatiently() { Connect(30); }
   void PollStatus(const std::string& values) {
     controller.Status(values);
     int32_t state = 0;
@@ -50,6 +48,7 @@ class MountSession : public testing::Test {
   RecordingApp app;
   simulator::ScriptedController controller;
   PlatformFaults faults;  // after the controller, whose sockets are none of its business
+  Patience patience{faults};
   CVQCtrlW session;
   VQCtrlProbe probe{session};
   CString reply = "untouched";

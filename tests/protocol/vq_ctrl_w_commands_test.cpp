@@ -126,10 +126,12 @@ TEST_P(AnyCommand, FailsWithAnotherAnswerAndHandsItBack) {
 }
 
 TEST_P(AnyCommand, FailsInSilenceOnceAndQuietly) {
-  ConnectImpatiently();
+  Connect();
   controller.IsSilentTo(GetParam().bytes);
+  patience.End();
   EXPECT_EQ(Send(), Failure());
   EXPECT_EQ(Reply(), "");
+  ASSERT_TRUE(controller.WaitFor(GetParam().bytes, kDeadlineMs));
   EXPECT_THAT(Sent(), ElementsAre(GetParam().bytes)) << "nothing is sent again";
   EXPECT_THAT(Records(), ElementsAre(std::string(GetParam().bytes) + " : TimeOut"));
   EXPECT_THAT(app.boxes, IsEmpty());

@@ -69,7 +69,9 @@ TEST_F(Session, WaitsHalfASecondForReplies) {
 
 TEST_F(Session, DoesNotOpenInSilence) {
   controller.IsSilentTo("$SYVER?");
+  patience.End();
   EXPECT_EQ(Open(), 0);
+  ASSERT_TRUE(controller.WaitFor("$SYVER?", kDeadlineMs));
   EXPECT_THAT(Sent(), ElementsAre("$SYVER?"));
   EXPECT_THAT(Records(), ElementsAre("$SYVER? : TimeOut"));
   EXPECT_THAT(app.boxes, IsEmpty()) << "telling the user is the caller's business";
@@ -94,7 +96,9 @@ TEST_F(Session, IsOpenWhenTheSecondVersionQueryIsLost) {
   ASSERT_EQ(Open(), 1);
   session.Close();
   Sent();
+  patience.For(1);
   EXPECT_EQ(Open(), 1);
+  ASSERT_TRUE(controller.WaitForCount("$SYVER?", 2, kDeadlineMs));
   EXPECT_THAT(Sent(), ElementsAre("$SYVER?", "$SYVER?")) << "the model is not asked";
   EXPECT_EQ(probe.Version(), "$SYVER=1.00") << "unchanged";
   EXPECT_EQ(probe.ModelA(), 1);
@@ -130,7 +134,9 @@ TEST_F(Session, NeedsThreeFieldsOfTheModel) {
 
 TEST_F(Session, DoesNotOpenWithoutAModel) {
   controller.IsSilentTo("$MTMDL?");
+  patience.For(2);
   EXPECT_EQ(Open(), 0);
+  ASSERT_TRUE(controller.WaitFor("$MTMDL?", kDeadlineMs));
   EXPECT_THAT(Sent(), ElementsAre("$SYVER?", "$SYVER?", "$MTMDL?"));
 }
 
@@ -153,7 +159,8 @@ TEST_F(Session, StaysConnectedToWhomeverIsNoController) {
 }
 
 TEST_F(Session, UsesTheOldConnectionWhileItIsNotClosed) {
-  Connect(3000);
+  ASSERT_EQ(probe.Link().SetTimeOut(3000), 1);
+  Connect();
   controller.Answers("$MTMDL?", "$MTMDL=1");
   ASSERT_EQ(Open(), 0);
   Sent();
@@ -264,9 +271,10 @@ TEST_F(SessionJournal, TellsWhatFailedAndRepeatsItEveryTime) {
   faults.processClockMs = [] { return 3723900; };
   controller.Answers("$MTSTP=1", "$ALIGN=1");
   controller.IsSilentTo("$MTINI=1");
-  ConnectImpatiently();
+  Connect();
   session.StopMotion(reply);
   WriteAt(1);
+  patience.End();
   session.InitMount(reply);
   session.Close();
   WriteAt(2);
@@ -318,6 +326,7 @@ class SessionLog : public testing::Test {
   }
 
   PlatformFaults faults;
+  Patience patience{faults};
   TempFolder folder;
   std::string setting = "yes";
 };

@@ -159,8 +159,7 @@ TEST_F(SiteClock, WritesNoTimeUnlessThereAreSixFields) {
 // --- Silence, initialising -----------------------------------------------------------------------
 
 TEST_F(SiteClock, WritesNothingInSilence) {
-  session.Close();
-  ConnectImpatiently();
+  patience.End();
   controller.IsSilentTo("$SYLOC?");
   controller.IsSilentTo("$SYUTM?");
   EXPECT_EQ(GetLocation(), 0);

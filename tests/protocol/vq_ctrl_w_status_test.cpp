@@ -96,9 +96,8 @@ TEST_F(StatusPoll, ChangesNothingWhenItFails) {
 
 TEST_F(StatusPoll, ChangesNothingInSilence) {
   ASSERT_EQ(Read(kStatus), 1);
-  session.Close();
-  ConnectImpatiently();
   controller.IsSilentTo("$MTSTA?");
+  patience.End();
   state = -1;
   EXPECT_EQ(Read(), 0);
   EXPECT_EQ(state, -1);

@@ -182,8 +182,9 @@ TEST_F(Target, ResetsTheAlignmentEvenInSilenceAndWhileClosed) {
   session.Close();
   EXPECT_EQ(session.ResetAlign(reply), 1);
   EXPECT_EQ(Reply(), "");
-  ConnectImpatiently();
+  Connect();
   controller.IsSilentTo("$ALINI=0");
+  patience.End();
   EXPECT_EQ(session.ResetAlign(reply), 1);
   EXPECT_THAT(Records(), ElementsAre("$ALINI=0 : TimeOut"));
 }

@@ -9,7 +9,7 @@ if(WIN32)
     DEPENDS velquin_test_support gdi32 user32)
 endif()
 
-velquin_test(NAME ui_dialog_tests WINDOWS_ONLY SERIAL LIMIT 180
+velquin_test(NAME ui_dialog_tests WINDOWS_ONLY SERIAL LIMIT 300
   SOURCES
     app_environment.cpp
     caption_test.cpp
@@ -36,4 +36,11 @@ velquin_test(NAME ui_dll_tests WINDOWS_ONLY SERIAL LIMIT 180
   DEPENDS velquin_ui_test_tools velquin_simulator)
 if(WIN32)
   add_dependencies(ui_dll_tests velquin)
+
+  # What scripts/screenshots drives.
+  velquin_program(velquin_screenshot_host
+    SOURCES screenshot_host.cpp
+    DEPENDS velquin_ui_test_tools)
+  set_target_properties(velquin_screenshot_host PROPERTIES OUTPUT_NAME screenshot-host)
+  add_dependencies(velquin_screenshot_host velquin)
 endif()

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+// Load and unload. What happens at the end of a process is seen in a process of its own.
+#include "api/module_frame.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <future>
+
+#include "api/telescope_api.h"
+#include "framework/base/win_app.h"
+#include "simulator/scripted_controller.h"
+#include "tests/api/system_wraps.h"
+#include "tests/dll/message_boxes.h"
+#include "ui/shared_brushes.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ExitedWithCode;
+
+TEST(ModuleFrame, BuildsTheEngineBeforeTheApplicationObject) {
+  EXPECT_FALSE(system_wraps::HadAppAtFirst());
+  EXPECT_NE(AfxGetApp(), nullptr);
+}
+
+TEST(ModuleFrame, MakesTheLibraryReady) {
+  ASSERT_TRUE(ModuleAttached());
+  EXPECT_STREQ(AfxGetApp()->m_pszAppName, "VELQUIN");
+  EXPECT_NE(GetSharedBrushes().dark, nullptr);
+  EXPECT_EQ(TelescopeGetStatus(nullptr), 1);
+  AfxGetApp()->ExitInstance();
+}
+
+TEST(ModuleFrame, LetsTheLoadFailWithoutSockets) {
+  const system_wraps::NoSockets broken;
+  auto attached = std::async(std::launch::async, [] { return ModuleAttached(); });
+  const auto box = WaitForMessageBox(10s);
+  ASSERT_TRUE(box);
+  EXPECT_EQ(box->title, L"VELQUIN");
+  EXPECT_EQ(box->text, L"Windows ソケットの初期化に失敗しました。");
+  EXPECT_TRUE(PressOk(*box));
+  EXPECT_FALSE(attached.get());
+}
+
+// Exit codes of the processes below.
+constexpr int kDone = 0;
+constexpr int kWrong = 3;
+constexpr int kNotBegun = 4;
+
+TEST(ModuleFrameDeathTest, DestroysTheApplicationObjectBeforeTheEngine) {
+  const auto unload = [] {
+    if (!ModuleAttached()) std::exit(kNotBegun);
+    ModuleDetaching(false);
+    system_wraps::EndWhenAppOutlivesTheEngine(kWrong);
+    std::exit(kDone);
+  };
+  EXPECT_EXIT(unload(), ExitedWithCode(kDone), "");
+}
+
+TEST(ModuleFrameDeathTest, DestroysTheEngineAtUnload) {
+  const auto unload = [] {
+    if (!ModuleAttached()) std::exit(kNotBegun);
+    ModuleDetaching(false);
+    system_wraps::EndWhenTheEngineGoes(kWrong);
+    std::exit(kDone);
+  };
+  EXPECT_EXIT(unload(), ExitedWithCode(kWrong), "");
+}
+
+TEST(ModuleFrameDeathTest, GivesTheSocketsBackAtUnload) {
+  const auto unload = [] {
+    if (!ModuleAttached()) std::exit(kNotBegun);
+    const int users = system_wraps::SocketUsers();
+    ModuleDetaching(false);
+    std::exit(system_wraps::SocketUsers() == users - 1 && !GetSharedBrushes().dark ? kDone
+                                                                                   : kWrong);
+  };
+  EXPECT_EXIT(unload(), ExitedWithCode(kDone), "");
+}
+
+TEST(ModuleFrameDeathTest, LeavesEverythingAloneWhenAProcessEndsDuringASession) {
+  const auto leave = [] {
+    if (!ModuleAttached()) std::exit(kNotBegun);
+    simulator::ScriptedController controller;
+    controller.LooksLikeAMount();
+    if (TelescopeStart(nullptr, controller.Address().c_str(), nullptr, 0) != 1) {
+      std::exit(kNotBegun);
+    }
+    const int users = system_wraps::SocketUsers();
+    ModuleDetaching(true);
+    // Neither sockets nor brushes were touched, and the worker, which this process did not stop,
+    // still has all that it needs.
+    system_wraps::EndWhenTheEngineGoes(kWrong);
+    const bool same = system_wraps::SocketUsers() == users && GetSharedBrushes().dark != nullptr;
+    std::exit(same ? kDone : kWrong);
+  };
+  EXPECT_EXIT(leave(), ExitedWithCode(kDone), "");
+}
+
+}  // namespace
