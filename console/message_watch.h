@@ -13,7 +13,7 @@ namespace velquinctl {
 /// the end of a session waits for a box, too. Any thread.
 class MessageWatch {
  public:
-  /// To be built before any library is loaded by another thread.
+  /// Built on the thread that loads libraries later, before it does.
   MessageWatch();
   MessageWatch(const MessageWatch&) = delete;
   MessageWatch& operator=(const MessageWatch&) = delete;

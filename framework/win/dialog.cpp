@@ -27,6 +27,8 @@ void CDialog::CloseFromAnyThread() {
   const DWORD thread = ::GetWindowThreadProcessId(window, nullptr);
   if (thread == ::GetCurrentThreadId()) {
     DestroyWindow();
+    // A modal loop of a window that went along looks for that only after a message of its own.
+    ::PostThreadMessageA(thread, WM_NULL, 0, 0);
   } else if (thread == 0) {
     if (m_hWnd != nullptr) WindowIsLost();
   } else if (AfxIsUnloading()) {

@@ -137,7 +137,7 @@ TEST(CommandLine, HelpIsThereForEveryCommandWithExamples) {
   const std::string all = Help({"--help"});
   for (const char* command :
        {"check", "status", "monitor", "goto", "sync", "stop", "home", "park", "unpark", "slew",
-        "pulse", "guide-speed", "site", "align-reset", "ini", "run"}) {
+        "pulse", "guide-speed", "site", "dialog", "align-reset", "ini", "run"}) {
     EXPECT_THAT(all, HasSubstr(std::string("  ") + command + " "));
     const std::string help = Help({command, "--help"});
     EXPECT_THAT(help, HasSubstr("Examples:\n  velquinctl " + std::string(command)));

@@ -397,6 +397,24 @@ TEST_F(Session, EndsOnlyAfterTheUserHasAnsweredTheWorkersBox) {
   EXPECT_EQ(end.get(), 1);
 }
 
+TEST_F(Session, RefusesAStartAndAnswersACheckAtOnceWhileItEnds) {
+  app.Hold();
+  StartSession();
+  telescope.Look(nullptr);
+  ASSERT_TRUE(app.WaitForBoxes(1, kSoon));
+  auto end = std::async(std::launch::async, [this] { return telescope.End(); });
+  ASSERT_TRUE(Eventually([this] { return telescope.GetConnected() == 0; }, kSoon));
+  auto start = std::async(std::launch::async, [this] { return Connect(); });
+  auto check = std::async(std::launch::async, [this] { return Check(); });
+  EXPECT_EQ(start.wait_for(kSoon), std::future_status::ready);
+  EXPECT_EQ(check.wait_for(kSoon), std::future_status::ready);
+  EXPECT_EQ(end.wait_for(0ms), std::future_status::timeout);
+  app.Answer();
+  end.get();
+  EXPECT_EQ(start.get(), 0);
+  EXPECT_EQ(check.get(), 1);
+}
+
 TEST_F(Session, StartsAgainWithWhatTheLastOneKnew) {
   controller.Status("60000.5,2,0,0,0,91.0,10,20,6.0,22.5,4");
   telescope.SetName("Scope");

@@ -66,11 +66,14 @@ class LeakTest : public testing::Test {
 };
 
 TEST_F(LeakTest, TheCounterSeesAnObject) {
-  const int before = CountGdiObjects();
-  HBRUSH brush = CreateSolidBrush(RGB(1, 2, 3));
-  EXPECT_EQ(CountGdiObjects(), before + 1);
-  DeleteObject(brush);
-  EXPECT_EQ(CountGdiObjects(), before);
+  host.Do([] {});
+  host.Do([] {
+    const int before = CountGdiObjects();
+    HBRUSH brush = CreateSolidBrush(RGB(1, 2, 3));
+    EXPECT_EQ(CountGdiObjects(), before + 1);
+    DeleteObject(brush);
+    EXPECT_EQ(CountGdiObjects(), before);
+  });
 }
 
 TEST_F(LeakTest, AHundredHandControllersLeaveNothing) {
