@@ -53,7 +53,8 @@ TEST_F(HandController, EachDirectionMovesItsOwnWay) {
 TEST_F(HandController, WhileDisconnectedOnlyHomeIsEnabled) {
   SetTarget();
   OpenWindow();
-  ASSERT_TRUE(WaitEnabled(kNorth, false));
+  // The last one that a tick disables.
+  ASSERT_TRUE(WaitEnabled(kStop, false));
   for (const int id : {kNorth, kSouth, kEast, kWest, kStop, kGoto, kSync})
     EXPECT_FALSE(IsEnabled(window, id)) << id;
   EXPECT_TRUE(IsEnabled(window, kHome));
