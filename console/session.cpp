@@ -30,6 +30,14 @@ SessionSettings SettingsOf(const Request& request) {
   return settings;
 }
 
+bool SessionSettings::Serve(SessionSettings asked) const {
+  if (asked.iniFile.empty()) {
+    asked.iniFile = iniFile;
+    asked.iniSection = iniSection;
+  }
+  return *this == asked;
+}
+
 Session::Session(const SessionSettings& settings, MessageWatch& messages)
     : settings_(settings), driver_(settings.library) {
   const std::string address = SystemFromUtf8("ADDRESS", settings.address);
@@ -75,7 +83,7 @@ MountState Session::WaitForPosition(const Interrupt& interrupt, double timeoutSe
 }
 
 Session& SessionHolder::Open(const SessionSettings& settings) {
-  if (session_ && session_->Settings() == settings) return *session_;
+  if (session_ && session_->Settings().Serve(settings)) return *session_;
   Close();
   session_ = std::make_unique<Session>(settings, messages_);
   return *session_;

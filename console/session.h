@@ -24,6 +24,8 @@ struct SessionSettings {
   std::string iniSection;
 
   bool operator==(const SessionSettings&) const = default;
+  /// @return whether a session with these settings serves who asks for others.
+  bool Serve(SessionSettings asked) const;
 };
 
 /// @return the settings that a request asks for, without INI overrides.
@@ -66,7 +68,8 @@ class SessionHolder {
  public:
   explicit SessionHolder(MessageWatch& messages) : messages_(messages) {}
 
-  /// @return the session with these settings; one with others is ended first.
+  /// @return the session with these settings; one with others is ended first. Settings without INI
+  ///         overrides fit a session that has some: a script's ini line holds for those behind it.
   Session& Open(const SessionSettings& settings);
   /// Ends the session, if there is one.
   void Close() { session_.reset(); }

@@ -70,6 +70,17 @@ TEST_F(VelquinctlScript, AFailingLineEndsTheRun) {
   EXPECT_FALSE(mount.Saw("$MTTGT=1,270.000000,0.000000,Home"));
 }
 
+TEST_F(VelquinctlScript, MeridianOverridesHoldForTheLinesBehind) {
+  WriteWholeFile(folder / L"mount.ini", "[East]\r\n_OverrideMeridianStopPoint=5.5\r\n");
+  const ProgramResult result =
+      RunScript("ini " + Address() + " \"" + (folder / L"mount.ini").string() +
+                "\" East\nguide-speed " + Address() + " 0.5 0.5\n");
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+  EXPECT_TRUE(mount.Saw("$MTAGS=0.500000,0.500000"));
+  EXPECT_TRUE(mount.Saw("$MTCOM=5.500000,3.000000"));
+  EXPECT_FALSE(mount.Saw("$MTCOM=0.000000,3.000000"));
+}
+
 TEST_F(VelquinctlScript, CheckBetweenOtherCommandsAsksAnew) {
   const ProgramResult result = RunScript("status " + Address() + " --json\ncheck " + Address() +
                                          "\nstatus " + Address() + " --json\n");
