@@ -9,6 +9,7 @@ BEGIN_MESSAGE_MAP(CDialog, CWnd)
 END_MESSAGE_MAP()
 
 INT_PTR CDialog::DoModal() {
+  m_loopRuns = true;
   return ::DialogBoxParamA(AfxGetResourceHandle(), MAKEINTRESOURCEA(m_templateId), m_parent,
                            &CDialog::DialogProc, reinterpret_cast<LPARAM>(this));
 }
@@ -43,6 +44,7 @@ void CDialog::CloseFromAnyThread() {
 }
 
 void CDialog::EndDialog(INT_PTR result) {
+  m_loopRuns = false;
   ::EndDialog(m_hWnd, result);
 }
 
@@ -78,7 +80,13 @@ BOOL CDialog::OnCommand(WPARAM wParam, LPARAM lParam) {
 LRESULT CDialog::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_INITDIALOG) return OnInitDialog();
   if (message == kMessageDestroy) return DestroyWindow();
-  if (message == WM_NCDESTROY) CModelessKeys::Forget(m_hWnd);
+  if (message == WM_NCDESTROY) {
+    CModelessKeys::Forget(m_hWnd);
+    // A modal dialog that was destroyed, as with its owner: its loop notices that with the next
+    // message, which it throws away, and that had better not be one of the host's.
+    if (m_loopRuns) ::PostThreadMessageA(::GetCurrentThreadId(), WM_NULL, 0, 0);
+    m_loopRuns = false;
+  }
   return CWnd::DefWindowProc(message, wParam, lParam);
 }
 

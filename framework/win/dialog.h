@@ -43,5 +43,6 @@ class CDialog : public CWnd {
 
   const UINT m_templateId;
   const HWND m_parent;
+  bool m_loopRuns = false;       // of DoModal, and nothing has ended it
   HWND m_shownWindow = nullptr;  // of Create; stays when the window has gone
 };

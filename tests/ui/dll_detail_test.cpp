@@ -141,7 +141,10 @@ TEST_F(DetailWindow, TheEndOfTheConnectionTakesItAlong) {
   host.Do([&] { dll.End(nullptr); });
   EXPECT_TRUE(WaitUntilGone(detail));
   EXPECT_FALSE(IsWindow(window));
-  host.Do([] {});
+  // The modal loop must not swallow a message of the host on its way out.
+  std::promise<void> handled;
+  host.Begin([&] { handled.set_value(); });
+  EXPECT_EQ(handled.get_future().wait_for(5s), std::future_status::ready);
 }
 
 }  // namespace
