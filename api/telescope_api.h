@@ -37,13 +37,13 @@
 #include <stddef.h>
 #include <stdint.h>
 
-#include "../util/site_records.h"
-
 /* The library itself lists its exports in velquin.def. */
+#ifndef VELQUIN_API
 #if defined(_WIN32) && !defined(VELQUIN_BUILDING_LIBRARY)
 #define VELQUIN_API __declspec(dllimport)
 #else
 #define VELQUIN_API
+#endif
 #endif
 
 #ifdef __cplusplus
@@ -52,6 +52,31 @@ extern "C" {
 
 /** A window handle of the host (an HWND); may be null. */
 typedef void* TelescopeWindow;
+
+/* --- Records; they cross the library's boundary, so their layout never changes ---------------- */
+
+/* Whatever packing the host has chosen for its own records. */
+#pragma pack(push, 8)
+
+/** The host's local clock, 40 bytes. */
+typedef struct SiteTime {
+  int32_t year;   /**< for example 2026 */
+  int32_t month;  /**< 1 to 12 */
+  int32_t day;    /**< 1 to 31 */
+  int32_t hour;   /**< 0 to 23 */
+  int32_t minute; /**< 0 to 59; four bytes of alignment follow */
+  double second;  /**< 0.0 up to, but not including, 60.0 */
+  double zone;    /**< hours east of universal time: local time = universal time + zone */
+} SiteTime;
+
+/** The host's observing site, 24 bytes. */
+typedef struct SiteLocation {
+  double latitude;  /**< degrees, north positive */
+  double longitude; /**< degrees; the sign is the host's and the controller's, passed on as it is */
+  double third;     /**< kept, never sent to the controller */
+} SiteLocation;
+
+#pragma pack(pop)
 
 /* --- Texts and settings; any time, usually before TelescopeStart ----------------------------- */
 

@@ -17,13 +17,13 @@
 #include <cstdint>
 #include <memory>
 
+#include "api/telescope_api.h"
 #include "engine/controller_window.h"
 #include "engine/telescope_command.h"
 #include "engine/thread_ctrl.h"
 #include "framework/base/array.h"
 #include "framework/base/cstring.h"
 #include "protocol/vq_ctrl_w.h"
-#include "util/site_records.h"
 
 class CTelescope : public CThreadCtrl {
  public:

@@ -3,11 +3,11 @@
 #include <cmath>
 #include <ctime>
 
+#include "api/velquin_util.h"
 #include "engine/telescope.h"
 #include "framework/base/wait_cursor.h"
 #include "platform/debug_output.h"
 #include "platform/ini_file.h"
-#include "util/julian_date.h"
 #include "util/number_text.h"
 #include "util/truncate.h"
 

@@ -14,10 +14,10 @@
 #include <cstdint>
 #include <memory>
 
+#include "api/telescope_api.h"
 #include "framework/base/cstring.h"
 #include "log/logger.h"
 #include "net/udp_link.h"
-#include "util/site_records.h"
 
 class CVQCtrlW {
  public:

@@ -2,8 +2,8 @@
 // Date arithmetic for the clock commands.
 #include <cmath>
 
+#include "api/velquin_util.h"
 #include "protocol/vq_ctrl_w.h"
-#include "util/julian_date.h"
 #include "util/truncate.h"
 
 namespace {

@@ -2,9 +2,8 @@
 // The six date and angle functions under their plain names.
 #include <gtest/gtest.h>
 
+#include "api/velquin_util.h"
 #include "tests/dll/driver_library.h"
-#include "util/angles.h"
-#include "util/julian_date.h"
 
 namespace {
 

@@ -5,8 +5,7 @@
 #include <string>
 
 #include "api/telescope_api.h"
-#include "util/angles.h"
-#include "util/julian_date.h"
+#include "api/velquin_util.h"
 
 class Driver {
   void* module_ = nullptr;  // first: the exports below are found in it

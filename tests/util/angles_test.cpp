@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "util/angles.h"
+#include "api/velquin_util.h"
 
 #include <gtest/gtest.h>
 

@@ -4,9 +4,8 @@
 
 #include <stddef.h>
 
-#include "util/angles.h"
-#include "util/julian_date.h"
-#include "util/site_records.h"
+#include "api/telescope_api.h"
+#include "api/velquin_util.h"
 
 int SizeOfHourMinSecInC(void) {
   return (int)sizeof(HourMinSec);

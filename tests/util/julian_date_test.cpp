@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "util/julian_date.h"
+#include "api/velquin_util.h"
 
 #include <gtest/gtest.h>
 

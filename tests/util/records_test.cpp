@@ -4,9 +4,9 @@
 
 #include <cstddef>
 
+#include "api/telescope_api.h"
+#include "api/velquin_util.h"
 #include "tests/util/headers_in_c.h"
-#include "util/angles.h"
-#include "util/site_records.h"
 
 TEST(HourMinSecRecord, IsTwoIntegersAndADouble) {
   EXPECT_EQ(sizeof(HourMinSec), 16u);
