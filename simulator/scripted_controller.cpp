@@ -39,6 +39,10 @@ ScriptedController::ScriptedController(int patienceMs) {
   if (!Listen(patienceMs) || !stranger_.Open("127.0.0.1", 0)) {
     throw std::runtime_error("no free loopback address for a scripted controller");
   }
+  wire_.SetRecorder([this](const WireDatagram& datagram) {
+    const std::lock_guard guard(wireLogLock_);
+    if (keepsWireLog_) wireLog_.push_back(datagram);
+  });
   thread_ = std::thread([this] { Run(); });
 }
 
@@ -130,6 +134,22 @@ void ScriptedController::Status(const std::string& values) {
   Answers("$MTSTA?", "$MTSTA=" + values);
 }
 
+void ScriptedController::SetFaults(FaultChooser chooser) {
+  const std::lock_guard guard(lock_);
+  wire_.SetFaults(std::move(chooser));
+}
+
+void ScriptedController::StartWireLog() {
+  const std::lock_guard guard(wireLogLock_);
+  keepsWireLog_ = true;
+  wireLog_.clear();
+}
+
+std::vector<WireDatagram> ScriptedController::WireLog() const {
+  const std::lock_guard guard(wireLogLock_);
+  return wireLog_;
+}
+
 std::vector<ReceivedDatagram> ScriptedController::Received() const {
   const std::lock_guard guard(lock_);
   return received_;
@@ -170,7 +190,7 @@ bool ScriptedController::WaitForCount(const std::string& command, int count, int
 
 bool ScriptedController::SendToLastSender(const std::string& bytes) {
   const std::lock_guard guard(lock_);
-  if (lastSender_) socket_.Send(bytes, *lastSender_);
+  if (lastSender_) wire_.SendUnasked(bytes, *lastSender_);
   return lastSender_.has_value();
 }
 
@@ -178,23 +198,9 @@ void ScriptedController::Run() {
   std::string bytes;
   platform::SocketAddress sender = {};
   while (!stopping_) {
-    if (!socket_.Wait(SendWhatIsDue())) continue;
+    if (!socket_.Wait(wire_.SendWhatIsDue(kStopCheckMs))) continue;
     if (socket_.Receive(bytes, sender)) Take(bytes, sender);
   }
-}
-
-/// Sends the replies whose time has come. @return how long to wait for the next, milliseconds.
-int ScriptedController::SendWhatIsDue() {
-  while (!pending_.empty() && pending_.begin()->first <= Clock::now()) {
-    const PendingSend& due = pending_.begin()->second;
-    DatagramSocket& from = due.reply.fromElsewhere ? stranger_ : socket_;
-    for (const std::string& datagram : due.reply.datagrams) from.Send(datagram, due.to);
-    pending_.erase(pending_.begin());
-  }
-  if (pending_.empty()) return kStopCheckMs;
-  const auto left = pending_.begin()->first - Clock::now();
-  const auto leftMs = std::chrono::ceil<std::chrono::milliseconds>(left).count();
-  return static_cast<int>(std::clamp<int64_t>(leftMs, 0, kStopCheckMs));
 }
 
 void ScriptedController::Take(const std::string& bytes, const platform::SocketAddress& sender) {
@@ -204,25 +210,22 @@ void ScriptedController::Take(const std::string& bytes, const platform::SocketAd
   const double timeMs = std::chrono::duration<double, std::milli>(now - begin_).count();
   received_.push_back({text, bytes, timeMs, platform::PortOf(sender)});
   lastSender_ = sender;
-  if (auto reply = NextReply(text)) {
-    const auto due = now + std::chrono::milliseconds(reply->delayMs);
-    pending_.emplace(due, PendingSend{std::move(*reply), sender});
-  }
+  wire_.Exchange(bytes, sender, [&] { return NextReply(text); });
   arrived_.notify_all();
 }
 
-std::optional<ScriptedReply> ScriptedController::NextReply(const std::string& command) {
+ScriptedReply ScriptedController::NextReply(const std::string& command) {
   for (const std::string& name : {command, command.substr(0, command.find('=') + 1)}) {
     const auto found = table_.find(name);
     if (found == table_.end()) continue;
     auto& [once, turns] = found->second;
     if (once.empty() && turns.empty()) continue;
     auto& source = once.empty() ? turns : once;
-    const ScriptedReply reply = source.front();
+    ScriptedReply reply = source.front();
     if (&source == &once || turns.size() > 1) source.pop_front();
     return reply;
   }
-  return std::nullopt;
+  return Silence();
 }
 
 }  // namespace simulator

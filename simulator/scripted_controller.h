@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "simulator/datagram_socket.h"
+#include "simulator/faulty_wire.h"
 #include "simulator/scripted_reply.h"
 
 namespace simulator {
@@ -66,7 +67,14 @@ class ScriptedController {
   /// Answers the status query. @param values what follows "$MTSTA="
   void Status(const std::string& values);
 
-  // What came in, in the order of arrival.
+  /// What goes wrong with the exchanges from now on, beside what the table says; the next command
+  /// is exchange 1. @param chooser empty: nothing. It is called on the controller's thread.
+  void SetFaults(FaultChooser chooser);
+  /// From now on keeps every datagram, in and out, in the order in which the wire saw them.
+  void StartWireLog();
+  std::vector<WireDatagram> WireLog() const;
+
+  // What came in, in the order of arrival, also what a fault then kept from being heard.
   std::vector<ReceivedDatagram> Received() const;
   std::vector<std::string> Commands() const;  ///< the texts alone
   bool Saw(const std::string& command) const { return CountOf(command) > 0; }
@@ -86,21 +94,16 @@ class ScriptedController {
     std::deque<ScriptedReply> once;
     std::deque<ScriptedReply> turns;  // the last one stays
   };
-  struct PendingSend {
-    ScriptedReply reply;
-    platform::SocketAddress to;
-  };
-
   bool Listen(int patienceMs);
   void Run();
-  int SendWhatIsDue();
   void Take(const std::string& bytes, const platform::SocketAddress& sender);
-  std::optional<ScriptedReply> NextReply(const std::string& command);
+  ScriptedReply NextReply(const std::string& command);
   int CountLocked(const std::string& command) const;
 
   std::string address_;    // constant after construction
   DatagramSocket socket_;  // received from by thread_ only
   DatagramSocket stranger_;
+  FaultyWire wire_{socket_, stranger_};  // thread_; its faults also under lock_
   const Clock::time_point begin_ = Clock::now();
   std::atomic<bool> stopping_ = false;
 
@@ -111,7 +114,11 @@ class ScriptedController {
   std::vector<ReceivedDatagram> received_;
   std::optional<platform::SocketAddress> lastSender_;
 
-  std::multimap<Clock::time_point, PendingSend> pending_;  // thread_ only
+  mutable std::mutex wireLogLock_;
+  // Guarded by wireLogLock_.
+  bool keepsWireLog_ = false;
+  std::vector<WireDatagram> wireLog_;
+
   std::thread thread_;
 };
 

@@ -35,7 +35,8 @@ Simulator::Simulator(const SimulatorOptions& options, Reporter reporter, Stopwat
       model_(options.mount),
       interpreter_(model_),
       lastSeconds_(stopwatch_()),
-      server_([this](std::string_view line) { return Answer(line); }) {}
+      server_([this](std::string_view line) { return Answer(line); }, options.faults,
+              options.recorder) {}
 
 std::string Simulator::Answer(std::string_view line) {
   const std::lock_guard guard(lock_);

@@ -20,6 +20,8 @@ struct SimulatorOptions {
   /// How many seconds pass for mount and controller, its clock included, in one second.
   double timeScale = 1.0;
   MountSettings mount;
+  FaultChooser faults;            ///< what goes wrong on the network; empty: nothing
+  FaultyWire::Recorder recorder;  ///< told of every datagram, on the answering thread; may be empty
 };
 
 class Simulator {

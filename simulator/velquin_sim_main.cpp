@@ -4,16 +4,22 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <atomic>
+#include <charconv>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <limits>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/threads.h"
 #include "simulator/civil_time.h"
 #include "simulator/command_line.h"
+#include "simulator/fault_dice.h"
 #include "simulator/formatted.h"
 #include "simulator/simulator.h"
+#include "simulator/wire_record_file.h"
 
 namespace {
 
@@ -33,6 +39,9 @@ struct ProgramOptions {
   std::string clock = "now";
   bool verbose = false;
   double runForSeconds = 0.0;  // 0: until asked to end
+  simulator::FaultOptions faults;
+  std::string recordFile;
+  std::string replayFile;
 };
 
 std::string CheckClock(const std::string& text) {
@@ -89,11 +98,111 @@ void DeclareMount(CLI::App& app, simulator::MountSettings& mount) {
       ->type_name("HOURS");
 }
 
-int ReportWrongArguments(const CLI::ParseError& error) {
-  std::string reason = error.what();
+/// An option whose text is read by a function of its own, which says whether it could.
+template <typename Reader>
+CLI::Option* AddText(CLI::App& app, const std::string& name, const std::string& help,
+                     const std::string& type, const std::string& wanted, Reader read) {
+  const auto take = [name, wanted, read](const CLI::results_t& texts) {
+    if (read(texts.front())) return true;
+    throw CLI::ValidationError(name, "'" + texts.front() + "' is no " + wanted);
+  };
+  return app.add_option(name, take, help)->type_name(type);
+}
+
+CLI::Option* AddRate(CLI::App& app, const std::string& name, const std::string& help, int& rate) {
+  return AddText(app, name, help, "RATE", "rate from 0% to 100%", [&rate](const std::string& text) {
+    const auto read = simulator::RateFromText(text);
+    rate = read.value_or(0);
+    return read.has_value();
+  });
+}
+
+void DeclareRates(CLI::App& app, simulator::FaultOptions& faults,
+                  std::vector<CLI::Option*>& chances) {
+  chances = {
+      AddRate(app, "--loss", "commands that never arrive, and replies too", faults.loss),
+      AddRate(app, "--duplicate", "replies that come twice", faults.duplicate),
+      AddRate(app, "--reorder", "replies that come behind the next one", faults.reorder),
+      AddRate(app, "--truncate", "replies that end too early", faults.truncate),
+      AddRate(app, "--garble", "replies with a wrong byte", faults.garble),
+      AddRate(app, "--empty", "replies without a byte", faults.empty),
+      AddRate(app, "--foreign", "replies behind a datagram from another port", faults.foreign),
+      AddRate(app, "--split", "replies in two datagrams; all of them without a rate", faults.split)
+          ->expected(0, 1)
+          ->default_str("100%"),
+  };
+}
+
+void DeclareFaults(CLI::App& app, ProgramOptions& options) {
+  simulator::FaultOptions& faults = options.faults;
+  std::vector<CLI::Option*> chances;
+  app.option_defaults()->always_capture_default(false)->group("What goes wrong");
+  DeclareRates(app, faults, chances);
+  chances.push_back(AddText(app, "--delay", "every reply comes so late", "MIN..MAXms",
+                            "delay like 50ms or 20..300ms", [&faults](const std::string& text) {
+                              const auto read = simulator::DelayFromText(text);
+                              if (read) faults.shortestDelayMs = read->shortestMs;
+                              if (read) faults.longestDelayMs = read->longestMs;
+                              return read.has_value();
+                            }));
+  chances.push_back(AddText(app, "--silence-after", "so many commands are heard, then none", "N",
+                            "number of commands", [&faults](const std::string& text) {
+                              faults.silenceAfter =
+                                  simulator::WholeValue(text, 0, std::numeric_limits<int>::max());
+                              return faults.silenceAfter.has_value();
+                            }));
+  chances.push_back(AddText(app, "--seed", "another one, other faults; 1 when missing", "S", "seed",
+                            [&faults](const std::string& text) {
+                              const char* end = text.data() + text.size();
+                              const auto read = std::from_chars(text.data(), end, faults.seed);
+                              return read.ec == std::errc() && read.ptr == end;
+                            }));
+  app.add_option("--record", options.recordFile, "write every datagram and its fault to a file")
+      ->type_name("FILE");
+  CLI::Option* replay =
+      app.add_option("--replay", options.replayFile, "repeat the faults of a recorded file")
+          ->type_name("FILE");
+  app.callback([replay, chances] {
+    for (const CLI::Option* chance : chances) {
+      if (replay->count() > 0 && chance->count() > 0) {
+        throw CLI::ExcludesError(chance->get_name(), replay->get_name());
+      }
+    }
+  });
+}
+
+int ReportWrongArguments(std::string reason) {
   std::replace(reason.begin(), reason.end(), '\n', ' ');
   std::fprintf(stderr, "velquin-sim: %s (--help tells the options)\n", reason.c_str());
   return kExitWrongArguments;
+}
+
+bool HasFaults(const simulator::FaultOptions& faults) {
+  return faults.loss > 0 || faults.duplicate > 0 || faults.reorder > 0 || faults.truncate > 0 ||
+         faults.garble > 0 || faults.empty > 0 || faults.foreign > 0 || faults.split > 0 ||
+         faults.longestDelayMs > 0 || faults.silenceAfter;
+}
+
+/// Sets the network up. @return what is wrong with the files; empty when nothing is.
+std::string PrepareNetwork(ProgramOptions& options, simulator::WireRecordFile& record) {
+  if (HasFaults(options.faults)) options.simulator.faults = simulator::FaultDice(options.faults);
+  if (!options.replayFile.empty()) {
+    if (options.recordFile == options.replayFile) return "--record and --replay name the same file";
+    simulator::RecordedFaults faults;
+    std::string complaint;
+    if (!simulator::WireRecordFile::Read(options.replayFile, faults, complaint)) {
+      return "--replay: '" + options.replayFile + "': " + complaint;
+    }
+    options.simulator.faults = simulator::ReplayOf(std::move(faults));
+  }
+  if (options.recordFile.empty()) return "";
+  if (!record.Create(options.recordFile)) {
+    return "--record: '" + options.recordFile + "' cannot be written";
+  }
+  options.simulator.recorder = [&record](const simulator::WireDatagram& datagram) {
+    record.Write(datagram);
+  };
+  return "";
 }
 
 void PrintLine(const std::string& line) {
@@ -103,6 +212,9 @@ void PrintLine(const std::string& line) {
 
 int Run(ProgramOptions& options) {
   using Clock = std::chrono::steady_clock;
+  simulator::WireRecordFile record;  // outlives the simulator, which writes it
+  const std::string complaint = PrepareNetwork(options, record);
+  if (!complaint.empty()) return ReportWrongArguments(complaint);
   options.simulator.mount.utcSeconds = options.clock == "now"
                                            ? simulator::SystemUtcSeconds()
                                            : *simulator::SecondsFromIsoText(options.clock);
@@ -143,12 +255,13 @@ int main(int argumentCount, char** arguments) {
   app.option_defaults()->always_capture_default();
   DeclareController(app, options);
   DeclareMount(app, options.simulator.mount);
+  DeclareFaults(app, options);
   try {
     app.parse(argumentCount, arguments);
   } catch (const CLI::Success& asked) {
     return app.exit(asked);
   } catch (const CLI::ParseError& error) {
-    return ReportWrongArguments(error);
+    return ReportWrongArguments(error.what());
   }
   return Run(options);
 }

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "simulator/wire_record_file.h"
+
+namespace simulator {
+
+WireRecordFile::~WireRecordFile() {
+  if (file_ != nullptr) std::fclose(file_);
+}
+
+bool WireRecordFile::Create(const std::string& path) {
+  if (file_ != nullptr) std::fclose(file_);
+  file_ = std::fopen(path.c_str(), "wb");
+  if (file_ == nullptr) return false;
+  WriteLine(kWireRecordTitle);
+  return std::ferror(file_) == 0;
+}
+
+void WireRecordFile::Write(const WireDatagram& datagram) {
+  if (file_ != nullptr) WriteLine(WireRecordLine(datagram));
+}
+
+bool WireRecordFile::Read(const std::string& path, RecordedFaults& faults, std::string& complaint) {
+  std::FILE* file = std::fopen(path.c_str(), "rb");
+  if (file == nullptr) {
+    complaint = "cannot be read";
+    return false;
+  }
+  std::string text;
+  char part[4096];
+  for (size_t count = 0; (count = std::fread(part, 1, sizeof part, file)) > 0;) {
+    text.append(part, count);
+  }
+  const bool whole = std::ferror(file) == 0;
+  std::fclose(file);
+  if (!whole) complaint = "cannot be read";
+  return whole && ReadWireRecord(text, faults, complaint);
+}
+
+void WireRecordFile::WriteLine(const std::string& line) {
+  std::fputs((line + "\n").c_str(), file_);
+  std::fflush(file_);
+}
+
+}  // namespace simulator
