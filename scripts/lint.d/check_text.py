@@ -39,7 +39,7 @@ PUBLIC_HEADERS = {"api/telescope_api.h", "api/velquin_util.h"}
 FREE_FOLDERS = {"tests", "bench"}
 
 # Where headers of the operating system may be included; elsewhere the platform seam is to be used.
-SYSTEM_FOLDERS = ("platform/", "framework/win/", "ui/", "console/", "tests/", "bench/")
+SYSTEM_FOLDERS = ("platform/", "framework/win/", "ui/", "console/", "tests/", "bench/", "examples/")
 SYSTEM_FILES = ("api/dll_main.cpp", "api/module_frame.cpp")
 SYSTEM_HEADER = re.compile(
     r"(windows|winsock2?|ws2tcpip|shlobj|shellapi|commctrl|tlhelp32|unistd|pthread|"
