@@ -1,0 +1,105 @@
+# SPDX-License-Identifier: MIT
+"""Compares the zip with what it promises.
+
+Usage: contents.py ZIP VERSION REPOSITORY
+
+  - these files and no others, below one folder that is named after the zip
+  - all with the time of the last commit, readable by everybody
+  - the project's version in all places that tell one
+  - no path of the machine that it was made on
+"""
+import os
+import subprocess
+import sys
+import time
+import zipfile
+from pathlib import Path
+
+FILES = """
+CHANGELOG.md
+LICENSE.txt
+README.txt
+SHA256SUMS
+bin/velquin-sim.exe
+bin/velquin.dll
+bin/velquinctl.exe
+examples/README.md
+examples/c/CMakeLists.txt
+examples/c/goto.c
+examples/cpp/CMakeLists.txt
+examples/cpp/goto.cpp
+include/telescope_api.h
+include/velquin_util.h
+lib/cmake/velquin/velquin-config-version.cmake
+lib/cmake/velquin/velquin-config.cmake
+lib/libvelquin.dll.a
+lib/velquin.lib
+licenses/CLI11.txt
+licenses/mingw-w64.txt
+""".split()
+
+problems = []
+
+
+def expect(condition, text):
+    if not condition:
+        problems.append(text)
+
+
+def commit_time(repository):
+    seconds = os.environ.get("SOURCE_DATE_EPOCH")
+    if not seconds:
+        log = subprocess.run(["git", "-C", repository, "log", "-1", "--format=%ct"],
+                             capture_output=True, text=True)
+        seconds = log.stdout if log.returncode == 0 else 0
+    even = int(seconds) // 2 * 2  # a zip counts pairs of seconds
+    return max(time.gmtime(even)[:6], (1980, 1, 1, 0, 0, 0))
+
+
+def check_entries(entries, folder, when):
+    names = [entry.filename for entry in entries]
+    expect(names == sorted(f"{folder}/{file}" for file in FILES), f"other files or order: {names}")
+    for entry in entries:
+        mode = entry.external_attr >> 16
+        expect(entry.date_time == when, f"{entry.filename}: time {entry.date_time}, not {when}")
+        expect(mode & 0o7444 == 0o444, f"{entry.filename}: mode {mode:o}")
+
+
+def check_version(read, version):
+    readme = read("README.txt").decode()
+    expect(readme.startswith(f"VELQUIN {version} "), "README.txt: another version")
+    expect(readme.count("\n") == readme.count("\r\n") > 0, "README.txt: not Windows' line ends")
+    expect(f'set(PACKAGE_VERSION "{version}")' in
+           read("lib/cmake/velquin/velquin-config-version.cmake").decode(),
+           "the CMake package has another version")
+    key = "ProductVersion\0".encode("utf-16-le")
+    after = read("bin/velquin.dll").partition(key)[2][:64].decode("utf-16-le", errors="replace")
+    expect(after.strip("\0").startswith(version + "\0"), "velquin.dll: another ProductVersion")
+
+
+def check_paths(read, repository):
+    for file in FILES:
+        data = read(file)
+        for path in (repository, str(Path.home()) + "/"):
+            found = path.encode() in data or path.encode("utf-16-le") in data
+            expect(path == "/" or not found, f"{file} contains {path}")
+
+
+def main():
+    target, version, repository = sys.argv[1:]
+    folder = f"velquin-{version}-win64"
+    expect(Path(target).name == folder + ".zip", f"{target} is not named after its version")
+    with zipfile.ZipFile(target) as archive:
+        check_entries(archive.infolist(), folder, commit_time(repository))
+        if not problems:
+            read = lambda file: archive.read(f"{folder}/{file}")
+            check_version(read, version)
+            check_paths(read, repository)
+    print("\n".join(problems) or f"{len(FILES)} files")
+    return 1 if problems else 0
+
+
+if __name__ == "__main__":
+    if len(sys.argv) != 4:
+        sys.exit(__doc__)
+    sys.exit(main())
