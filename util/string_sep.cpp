@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "util/string_sep.h"
 
+#include <new>
+
 #include "util/number_text.h"
 
 namespace {
@@ -23,8 +25,15 @@ CStringSep::~CStringSep() = default;
 
 void CStringSep::Set(CString line, CString separator, uint32_t /*flags*/) {
   fields.RemoveAll();
-  if (line.IsEmpty()) return;
-  if (separator.IsEmpty()) separator = ",";
+  // A host must not see an exception of this library.
+  try {
+    Split(line, separator.IsEmpty() ? "," : separator.GetString());
+  } catch (const std::bad_alloc&) {
+    fields.RemoveAll();
+  }
+}
+
+void CStringSep::Split(const CString& line, const char* separator) {
   int start = 0;
   while (start < line.GetLength()) {
     const int found = line.Find(separator, start);

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // CStringSep: splits one line of text into fields and hands them out by index. Exported from the
 // library: members, signatures and the object's contents are its interface and stay as they are.
-// Owned by whoever declares it; not locked: one thread at a time.
+// Hosts see it through api/velquin_util.h. Owned by whoever declares it; not locked: one thread at
+// a time. Throws nothing.
 #pragma once
 
 #include <cstdint>
@@ -15,6 +16,7 @@ class CStringSep {
   ~CStringSep();
 
   /// Replaces the fields by the split of a text. Every field loses its white space at both ends.
+  /// Without memory for the fields there are none.
   /// Empty fields are kept, but a separator at the very end makes no empty last field.
   /// @param line may be empty: no fields
   /// @param separator empty means ","; of a longer one only the first character is skipped, so the
@@ -38,6 +40,7 @@ class CStringSep {
   int32_t atox(int32_t index, int32_t fallback);
 
  private:
+  void Split(const CString& line, const char* separator);
   bool Has(int32_t index) const { return index >= 0 && index < fields.GetSize(); }
 
   CString text;  // part of the object's contents; no operation uses it

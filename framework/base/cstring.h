@@ -31,7 +31,7 @@ struct CStringData {
   IAtlStringMgr* pStringMgr;  ///< whose memory this is
   int nDataLength;            ///< characters in use, without the NUL
   int nAllocLength;           ///< characters that fit, without the NUL
-  int32_t nRefs;              ///< owners; changed atomically
+  int32_t nRefs;              ///< owners; changed atomically. Below 0: one, who has locked the text
 
   char* data() { return reinterpret_cast<char*>(this + 1); }
   void AddRef();

@@ -66,8 +66,9 @@ void CStringData::Release() {
   const std::atomic_ref<int32_t> owners(nRefs);
   const int32_t count = owners.load(std::memory_order_acquire);
   if (count == kNilOwners) return;
-  // The only owner needs no locked instruction: nobody else can become one.
-  if (count == 1 || owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+  // The only owner needs no locked instruction: nobody else can become one. A host's text may be
+  // locked, with a count below 0: it has one owner, too.
+  if (count <= 1 || owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
     pStringMgr->Free(this);
   }
 }

@@ -11,6 +11,17 @@ IAtlStringMgr& Manager() {
   return *AfxGetStringManager();
 }
 
+class CountingManager final : public IAtlStringMgr {
+ public:
+  CStringData* Allocate(int, int) override { return nullptr; }
+  void Free(CStringData*) override { ++freed; }
+  CStringData* Reallocate(CStringData*, int, int) override { return nullptr; }
+  CStringData* GetNilString() override { return nullptr; }
+  IAtlStringMgr* Clone() override { return this; }
+
+  int freed = 0;
+};
+
 }  // namespace
 
 TEST(StringManager, GivesATextWithOneOwnerAndTheRoomAskedFor) {
@@ -47,6 +58,14 @@ TEST(StringManager, NeverGivesItsEmptyTextAway) {
   EXPECT_STREQ(nil->data(), "");
   EXPECT_EQ(nil->nDataLength, 0);
   EXPECT_EQ(Manager().GetNilString(), nil);
+}
+
+TEST(StringManager, TakesALockedTextBackFromItsOnlyOwner) {
+  // A host's string says so with a negative number of owners.
+  CountingManager manager;
+  CStringData locked = {&manager, 0, 0, -1};
+  locked.Release();
+  EXPECT_EQ(manager.freed, 1);
 }
 
 TEST(StringManager, IsItsOwnCopy) {

@@ -11,6 +11,7 @@
 
 #include "framework/base/string_manager.h"
 #include "tests/framework/comma_locale.h"
+#include "tests/util/scarce_memory.h"
 
 namespace {
 
@@ -142,6 +143,21 @@ TEST(StringSep, TakesAsManyFieldsAsThereAre) {
   line.Set(text.c_str(), ",", 0);
   ASSERT_EQ(line.GetCount(), 5000);
   for (int i = 0; i < 5000; ++i) ASSERT_EQ(line.atoi(i, -1), i);
+}
+
+TEST(StringSep, HasNoFieldsWithoutMemoryForThem) {
+  std::string text = "0";
+  for (int i = 1; i < 5000; ++i) text += "," + std::to_string(i);
+  const CString manyFields(text.c_str());
+  CStringSep line;
+  line.Set("a,b", ",", 0);
+  {
+    const ScarceMemory scarce(4096);
+    EXPECT_NO_THROW(line.Set(manyFields, ",", 0));
+  }
+  EXPECT_EQ(line.GetCount(), 0);
+  line.Set("c,d", ",", 0);
+  EXPECT_THAT(FieldsOf(line), ElementsAre("c", "d"));
 }
 
 TEST(StringSep, SplitsAnyTextByTheSameRule) {
