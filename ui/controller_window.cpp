@@ -1,7 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "ui/controller_window.h"
 
+#include "framework/win/instance.h"
 #include "ui/dlg_controller.h"
+
+namespace {
+
+// The speed slider runs the common controls' code until the window's thread has taken it down,
+// which on another thread is after this library has gone; and nobody else may have that code
+// loaded.
+void KeepControlsLoaded() {
+  HMODULE controls = nullptr;
+  ::GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_PIN, "comctl32.dll", &controls);
+}
+
+}  // namespace
 
 IControllerWindow* CControllerWindow::Open(CTelescope& engine, const CString& vendor,
                                            const CString& name, HWND owner) {
@@ -19,6 +32,7 @@ IControllerWindow* CControllerWindow::Open(CTelescope& engine, const CString& ve
 
 CControllerWindow::~CControllerWindow() {
   dialog.LeaveEngine();
+  if (AfxIsUnloading()) KeepControlsLoaded();
   dialog.CloseFromAnyThread();
   dialog.Release();
 }

@@ -160,6 +160,19 @@ TEST_F(WindowThreads, UnloadingOnAnotherThreadTakesAnOpenWindowAlong) {
   EXPECT_TRUE(WaitUntilGone(window));
 }
 
+// The slider's code went with the library, of which it was a part, and the window's thread, which
+// had yet to take the slider down, ran into the gap and kept the system's loader locked.
+TEST_F(WindowThreads, UnloadingLeavesTheSlidersCodeToABusyThread) {
+  OpenWindow();
+  std::promise<void> release = KeepBusy();
+  dll.Unload();
+  EXPECT_FALSE(DriverLibrary::IsLoaded());
+  EXPECT_TRUE(IsWindow(window));
+  EXPECT_NE(GetModuleHandleA("comctl32.dll"), nullptr);
+  release.set_value();
+  EXPECT_TRUE(WaitUntilGone(window));
+}
+
 // A thread that ends takes its windows with it and tells nobody.
 TEST_F(WindowThreads, TheWindowsThreadMayEndFirst) {
   {
