@@ -2,20 +2,24 @@
 /* The driver's whole surface: 27 plain functions that drive one equatorial mount.
  *
  * Rules for all of them
- *  - Link against the import library, or load velquin.dll and use the function types (...Fn) below.
+ *  - Link against the import library, or load velquin.dll and use the function types: each function
+ *    has one, named after it with "Fn" behind.
  *  - The first argument is a window handle of the host (an HWND, or null). Only TelescopeStart and
  *    TelescopeCheck use it, as the owner of the hand-controller window; it stays the host's.
- *  - Results are 1 for done or true, 0 for failure or false, where nothing else is said.
+ *  - Results are 1 for done or true, 0 for failure or false, where nothing else is said. There is
+ * no error code: what the user has to know is told in a message box.
  *  - Angles are degrees in double precision, right ascension too (0 to 360, not hours). A position
  *    is two doubles: [0] right ascension, [1] declination, in the controller's own frame; the
- *    driver converts no epoch.
- *  - Texts are zero-terminated, in the system's narrow code page, and copied before the call
- *    returns. Null counts as an empty text.
+ *    driver converts no epoch. Numbers are passed on as they are, their ranges are not checked.
+ *  - Texts are zero-terminated, in the system's narrow code page. Null counts as an empty text.
+ *  - What a pointer points to is the host's. It is read, or written, before the call returns, and
+ *    never kept.
  *  - "Queues" means: the call stores its arguments, puts the request in the worker's queue and
  *    returns 1 at once. The worker sends it within one cycle (100 ms, 50 ms after the first hand
- *    move) when it is idle, and after the requests before it when it is not. Whether the controller
- *    accepts it shows only in later status. Requests queued while no session runs are kept and
- *    performed by the next session's first cycle.
+ *    move) when it is idle, and after the requests before it when it is not. Arguments are kept
+ *    once for each kind of request: when two of a kind wait, both are sent with the later ones.
+ *    Whether the controller accepts a request shows only in later status. Requests queued while no
+ *    session runs are kept and performed by the next session's first cycle.
  *  - Any thread may call any function at any time, within these bounds: a window is opened on a
  *    thread that runs a message loop; none may be called from DllMain; TelescopeStart,
  *    TelescopeCheck and TelescopeEnd wait for each other, also while TelescopeStart shows its
@@ -58,7 +62,8 @@ typedef void* TelescopeWindow;
 /* Whatever packing the host has chosen for its own records. */
 #pragma pack(push, 8)
 
-/** The host's local clock, 40 bytes. */
+/** The host's local clock, 40 bytes. The controller is told whole minutes: the seconds are dropped,
+ *  and 59.95 or more count as the next minute. */
 typedef struct SiteTime {
   int32_t year;   /**< for example 2026 */
   int32_t month;  /**< 1 to 12 */
@@ -66,7 +71,8 @@ typedef struct SiteTime {
   int32_t hour;   /**< 0 to 23 */
   int32_t minute; /**< 0 to 59; four bytes of alignment follow */
   double second;  /**< 0.0 up to, but not including, 60.0 */
-  double zone;    /**< hours east of universal time: local time = universal time + zone */
+  double zone;    /**< hours east of universal time: local time = universal time + zone. The
+                       controller is told whole hours, without the fraction: -4.5 becomes -4 */
 } SiteTime;
 
 /** The host's observing site, 24 bytes. */
@@ -78,42 +84,54 @@ typedef struct SiteLocation {
 
 #pragma pack(pop)
 
-/* --- Texts and settings; any time, usually before TelescopeStart ----------------------------- */
+/* --- Texts and settings; any time, usually before TelescopeStart ------------------------------ */
 
 /** Stores the display name. From the next TelescopeStart on it is the title of every message box,
- *  unless it is empty. @return 1. */
+ *  and from the next TelescopeDialog on that of the hand-controller window; before it is VELQUIN.
+ *  @param name empty leaves the message boxes their title
+ *  @return 1. */
 VELQUIN_API int32_t TelescopeSetName(TelescopeWindow window, const char* name);
 typedef int32_t (*TelescopeSetNameFn)(TelescopeWindow, const char*);
 
-/** Stores the vendor text. @return 1. */
+/** Stores the vendor's name. It is shown nowhere.
+ *  @param vendor may be empty
+ *  @return 1. */
 VELQUIN_API int32_t TelescopeSetVendor(TelescopeWindow window, const char* vendor);
 typedef int32_t (*TelescopeSetVendorFn)(TelescopeWindow, const char*);
 
 /** Stores where the meridian overrides are read from at each TelescopeStart: the keys
  *  "_OverrideMeridianStopPoint" (0.0 when missing) and "_OverrideMeridianGoto" (3.0 when missing).
+ *  They are sent to the controller at every start, missing or not.
  *  @param iniFile full path of an INI file; a bare name is looked up in the Windows folder
- *  @param section its section @return 1. */
+ *  @param section name of its section, without brackets
+ *  @return 1. */
 VELQUIN_API int32_t TelescopeSetIni(TelescopeWindow window, const char* iniFile,
                                     const char* section);
 typedef int32_t (*TelescopeSetIniFn)(TelescopeWindow, const char*, const char*);
 
-/** Stores the folder of the time-out journal, which TelescopeEnd writes. It is put in front of the
- *  file name as it stands, so it must end with a separator; empty means the current folder.
+/** Stores the folder of the time-out journal: the exchanges with the controller that failed or took
+ *  too long since the library was loaded. Each TelescopeEnd writes all of them, into a new file,
+ *  unless there are none.
+ *  @param path a folder that exists; put in front of the file name as it stands, so it must end
+ * with a separator. Empty means the current folder
  *  @return 1. */
 VELQUIN_API int32_t TelescopeSetLogPath(TelescopeWindow window, const char* path);
 typedef int32_t (*TelescopeSetLogPathFn)(TelescopeWindow, const char*);
 
 /** Stores the first part of the journal's file name,
- *  PREFIX_timeouterr_korvelwireless_YYYYMMDD_HHMMSS.txt. @return 1. */
+ *  PREFIX_timeouterr_korvelwireless_YYYYMMDD_HHMMSS.txt.
+ *  @param prefix may be empty
+ *  @return 1. */
 VELQUIN_API int32_t TelescopeSetLogPrefix(TelescopeWindow window, const char* prefix);
 typedef int32_t (*TelescopeSetLogPrefixFn)(TelescopeWindow, const char*);
 
-/* --- Connection ------------------------------------------------------------------------------ */
+/* --- Connection ------------------------------------------------------------------------------- */
 
 /** Asks a controller for its version without starting anything. Blocks for the exchanges, at most
- *  0.5 s each when the controller is silent, plus the look-up of a host name; shows no message.
+ *  0.5 s for each that stays unanswered, plus the look-up of a host name; shows no message.
  *  While a session runs (or is being started or ended) the link is left alone: the answer comes
  *  from the running session's version text, whatever the address, and the owner window stays.
+ *  @param window becomes the owner of the hand-controller window, when no session runs
  *  @param address dotted IPv4 address or host name; the port is always 60023
  *  @param unused ignored
  *  @param version receives the version, cut to versionSize - 1 characters; untouched on failure;
@@ -129,12 +147,15 @@ typedef int32_t (*TelescopeCheckFn)(TelescopeWindow, const char*, void*, char*, 
                                     size_t);
 
 /** Connects to a controller and starts the worker. Blocks for the exchanges, at most 0.5 s for each
- *  that stays unanswered. When the controller does not answer, a message box tells the user before
- *  the call returns; a system that has no thread to give shows only in the result.
+ *  that stays unanswered, plus the look-up of a host name. When the controller does not answer, a
+ *  message box tells the user before the call returns; a system that has no thread to give shows
+ *  only in the result.
  *  While a session runs it returns 0 at once and leaves that session, its owner window and its
  *  address untouched; there is never a second worker.
+ *  @param window becomes the owner of the hand-controller window, until TelescopeEnd
  *  @param address dotted IPv4 address or host name; the port is always 60023
- *  @param unused, unusedNumber ignored
+ *  @param unused ignored
+ *  @param unusedNumber ignored
  *  @return 1 when the session runs, else 0. */
 VELQUIN_API int32_t TelescopeStart(TelescopeWindow window, const char* address, void* unused,
                                    int32_t unusedNumber);
@@ -148,8 +169,10 @@ VELQUIN_API int32_t TelescopeEnd(TelescopeWindow window);
 typedef int32_t (*TelescopeEndFn)(TelescopeWindow);
 
 /** Hands over site and clock; queues sending them. The controller is re-initialised when its clock
- *  differs from the host's by a minute or more, and unparked when it stands ready.
- *  @param time, location read before the call returns; null leaves everything as it is
+ *  differs from the host's by a minute or more, and told to track where it points when it took the
+ *  site and is ready to observe. A failure is written to the debugger's output only.
+ *  @param time null leaves everything as it is
+ *  @param location null leaves everything as it is
  *  @return 1. */
 VELQUIN_API int32_t TelescopeBaseSetting(TelescopeWindow window, const SiteTime* time,
                                          const SiteLocation* location);
@@ -157,69 +180,83 @@ typedef int32_t (*TelescopeBaseSettingFn)(TelescopeWindow, const SiteTime*, cons
 
 /* --- State; answered from the last status poll, nothing is sent ------------------------------- */
 
-/** Copies the last position read from the mount.
- *  @param radec receives two doubles in every case: -1, -1 before the first poll, later the last
- *         good position
+/** Copies the last position read from the mount. It is read about ten times a second.
+ *  @param radec receives two doubles, degrees, in every case: -1, -1 before the first poll, later
+ *         the last good position; null makes the result 0
  *  @return 0 when more than 10 polls in a row have failed or no position has been read, else 1. */
 VELQUIN_API int32_t TelescopeGetPos(TelescopeWindow window, double* radec);
 typedef int32_t (*TelescopeGetPosFn)(TelescopeWindow, double*);
 
-/** @return 1 while the mount is not ready to observe (parked, or in a mode that is not ready; also
- *  before the first poll), else 0. */
+/** Tells whether the mount is parked.
+ *  @return 1 while the mount is not ready to observe (parked, or in a mode that is not ready; also
+ *          before the first poll), else 0. */
 VELQUIN_API int32_t TelescopeGetParking(TelescopeWindow window);
 typedef int32_t (*TelescopeGetParkingFn)(TelescopeWindow);
 
-/** @return the pier side from the mount's axis angle: 0 for 90 degrees or less, 1 above, -1 before
- *  the first poll. */
+/** Tells the side of the pier, from the mount's axis angle.
+ *  @return 0 for 90 degrees or less, 1 above, -1 before the first poll. */
 VELQUIN_API int32_t TelescopeGetEastWest(TelescopeWindow window);
 typedef int32_t (*TelescopeGetEastWestFn)(TelescopeWindow);
 
-/** @return 1. */
+/** Does nothing but answer.
+ *  @return 1, connected or not. */
 VELQUIN_API int32_t TelescopeGetStatus(TelescopeWindow window);
 typedef int32_t (*TelescopeGetStatusFn)(TelescopeWindow);
 
-/** @return 9, the highest speed step of TelescopeSlew. */
+/** Tells the highest speed step of TelescopeSlew.
+ *  @return 9, connected or not. */
 VELQUIN_API int32_t TelescopeGetSlewSpeedMax(TelescopeWindow window);
 typedef int32_t (*TelescopeGetSlewSpeedMaxFn)(TelescopeWindow);
 
 /* --- Motion ----------------------------------------------------------------------------------- */
 
 /** Stores a target for a later TelescopeLook or TelescopeSync with null; queues nothing.
- *  @param radec degrees; null is ignored @return 1. */
+ *  @param radec two doubles, degrees; null is ignored
+ *  @return 1. */
 VELQUIN_API int32_t TelescopeSetPos(TelescopeWindow window, const double* radec);
 typedef int32_t (*TelescopeSetPosFn)(TelescopeWindow, const double*);
 
 /** Goes to a position; queues. A target below the horizon is reported by a message box, as is a
- *  call with null when no target was ever stored.
- *  @param radec degrees; null goes to the stored target @return 1. */
+ *  call with null when no target was ever stored. Progress: TelescopeGetPos.
+ *  @param radec two doubles, degrees, stored as the target; null goes to the stored target
+ *  @return 1. */
 VELQUIN_API int32_t TelescopeLook(TelescopeWindow window, const double* radec);
 typedef int32_t (*TelescopeLookFn)(TelescopeWindow, const double*);
 
 /** Tells the mount that it points at a position; queues.
- *  @param radec degrees; null takes the stored target, and does nothing when there is none
+ *  @param radec two doubles, degrees, stored as the target; null takes the stored target, and does
+ *         nothing when there is none
  *  @return 1. */
 VELQUIN_API int32_t TelescopeSync(TelescopeWindow window, const double* radec);
 typedef int32_t (*TelescopeSyncFn)(TelescopeWindow, const double*);
 
 /** Empties the queue and queues a stop, so that it overtakes all that still waits. A request that
- *  is being performed is finished first. @return 1. */
+ *  is being performed is finished first.
+ *  @return 1. */
 VELQUIN_API int32_t TelescopeStop(TelescopeWindow window);
 typedef int32_t (*TelescopeStopFn)(TelescopeWindow);
 
 /** Moves by hand; queues. Call it again every 100 ms or so while the button is held: each move
- * lasts one second at the most, and the mount stops by itself when it is not renewed.
+ *  lasts one second at the most, and the mount stops by itself when it is not renewed. Calls while
+ *  a hand move is the last request in the queue change that one instead of adding another.
  *  @param direction 1 north, 2 south, 3 east, 4 west; any other moves nothing
- *  @param push non-zero while held, 0 at the release (which sends nothing)
- *  @param speed step 0 to 9; the rate is 25 per step plus 0.5, at most 200
+ *  @param push non-zero while held; 0 at the release, which sends nothing
+ *  @param speed step 0 to 9. The rate, in the controller's unit, is 25 for each step plus 0.5, and
+ *         never less than 0.5 nor more than 200
  *  @return 1. */
 VELQUIN_API int32_t TelescopeSlew(TelescopeWindow window, int32_t direction, int32_t push,
                                   int32_t speed);
 typedef int32_t (*TelescopeSlewFn)(TelescopeWindow, int32_t, int32_t, int32_t);
 
 /** Sends guide pulses; queues. One after the other north, south, east, west, each followed by a
- *  pause of 50 ms; a length that is not positive is left out. No status is read meanwhile.
- *  @param northMs, southMs, eastMs, westMs lengths in milliseconds
- *  @param rateA rate of the east and west pulses @param rateB rate of north and south
+ *  pause of 50 ms; a length that is not positive is left out. Until the last one has ended no
+ *  status is read and no other request is sent, a stop neither.
+ *  @param northMs length, milliseconds
+ *  @param southMs length, milliseconds
+ *  @param eastMs length, milliseconds
+ *  @param westMs length, milliseconds
+ *  @param rateA rate of the east and west pulses, in the controller's unit
+ *  @param rateB rate of the north and south pulses, in the controller's unit
  *  @return 1. */
 VELQUIN_API int32_t TelescopeSlewPulseDuration(TelescopeWindow window, int32_t northMs,
                                                int32_t southMs, int32_t eastMs, int32_t westMs,
@@ -227,28 +264,39 @@ VELQUIN_API int32_t TelescopeSlewPulseDuration(TelescopeWindow window, int32_t n
 typedef int32_t (*TelescopeSlewPulseDurationFn)(TelescopeWindow, int32_t, int32_t, int32_t, int32_t,
                                                 double, double);
 
-/** Sets the guide speeds; queues. @return 1. */
+/** Sets the guide speeds; queues. They are not those of TelescopeSlewPulseDuration, which has its
+ *  own.
+ *  @param rateA first value, as the controller understands it
+ *  @param rateB second value, as the controller understands it
+ *  @return 1. */
 VELQUIN_API int32_t TelescopeSetGuideSpeed(TelescopeWindow window, double rateA, double rateB);
 typedef int32_t (*TelescopeSetGuideSpeedFn)(TelescopeWindow, double, double);
 
-/** Goes to the home position; queues. @return 1. */
+/** Goes to the home position; queues.
+ *  @return 1. */
 VELQUIN_API int32_t TelescopeHome(TelescopeWindow window);
 typedef int32_t (*TelescopeHomeFn)(TelescopeWindow);
 
-/** Parks where the last status said the park position is; queues. @return 1. */
+/** Parks where the last status said the park position is; queues. Before the first status it would
+ *  be 0, 0, so wait for a TelescopeGetPos that returns 1.
+ *  @return 1. */
 VELQUIN_API int32_t TelescopePark(TelescopeWindow window);
 typedef int32_t (*TelescopeParkFn)(TelescopeWindow);
 
-/** Resumes tracking where the mount points; queues. @return 1. */
+/** Resumes tracking where the last status said the mount points; queues. Before the first status it
+ *  would be 0, 0, so wait for a TelescopeGetPos that returns 1.
+ *  @return 1. */
 VELQUIN_API int32_t TelescopeUnPark(TelescopeWindow window);
 typedef int32_t (*TelescopeUnParkFn)(TelescopeWindow);
 
-/** Drops the controller's alignment; queues. @return 1. */
+/** Drops the controller's alignment; queues.
+ *  @return 1. */
 VELQUIN_API int32_t TelescopeAlignReset(TelescopeWindow window);
 typedef int32_t (*TelescopeAlignResetFn)(TelescopeWindow);
 
-/** Stores a pier side; nothing is sent, and the next TelescopeGetEastWest replaces it. @return 1.
- */
+/** Stores a pier side; nothing is sent, and the next TelescopeGetEastWest replaces it.
+ *  @param side any number
+ *  @return 1. */
 VELQUIN_API int32_t TelescopeSetEastWest(TelescopeWindow window, int32_t side);
 typedef int32_t (*TelescopeSetEastWestFn)(TelescopeWindow, int32_t);
 
@@ -257,7 +305,9 @@ typedef int32_t (*TelescopeSetEastWestFn)(TelescopeWindow, int32_t);
 /** Shows the hand-controller window (a window that is open is replaced) or closes it.
  *  Show it on a thread that runs a message loop. When it is closed on another thread, here or by
  *  TelescopeEnd, it stops at once to drive the mount and disappears as soon as its own thread
- *  handles messages. @param show non-zero shows @return 1. */
+ *  handles messages.
+ *  @param show non-zero shows, 0 closes
+ *  @return 1. */
 VELQUIN_API int32_t TelescopeDialog(TelescopeWindow window, int32_t show);
 typedef int32_t (*TelescopeDialogFn)(TelescopeWindow, int32_t);
 

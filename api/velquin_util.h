@@ -2,7 +2,8 @@
 /* What the library offers besides the telescope: dates, angles and a splitter of text lines.
  *
  * Rules for all of it
- *  - Link against the import library, or load velquin.dll and use the function types (...Fn) below.
+ *  - Link against the import library, or load velquin.dll and use the function types: each function
+ *    has one, named after it with "Fn" behind.
  *  - Nothing here needs a session, a window or the network, and nothing blocks.
  *  - The six functions keep nothing between calls: any thread may call them at any time. Nothing is
  *    checked but what is said below, and nothing is thrown. A number that is too large for a 32-bit
@@ -60,8 +61,8 @@ typedef void (*JdToDateFn)(double, int32_t*, int32_t*, double*);
 /** Hours, minutes and seconds, 16 bytes. */
 typedef struct HourMinSec {
   int32_t nHour; /**< whole hours, rounded down: negative for a negative time */
-  int32_t nMin;  /**< 0 to 59 */
-  double dSec;   /**< 0.0 up to 60.0 */
+  int32_t nMin;  /**< 0 to 59; rounding may make it 60 just below a whole hour */
+  double dSec;   /**< 0.0 up to 60.0, give or take a rounding error */
 } HourMinSec;
 
 #pragma pack(pop)
@@ -89,11 +90,11 @@ typedef double (*degmal2Fn)(double);
 }
 #endif
 
-/* --- CStringSep -------------------------------------------------------------------------------
+/* --- Fields of a line; a class, in C++ only ---------------------------------------------------
  *
- * A class in C++ whose texts are the strings of the host's own framework, so only 64-bit hosts of
- * Microsoft's compiler (or one that is compatible with it) see it. It is left out in C, and for
- * every other C++ compiler, which has no such strings.
+ * Its texts are the strings of the host's own framework, so only 64-bit hosts of Microsoft's
+ * compiler (or one that is compatible with it) see it. It is left out in C, and for every other
+ * C++ compiler, which has no such strings.
  */
 #if defined(__cplusplus) && defined(_MSC_VER) && defined(_M_X64)
 
@@ -137,7 +138,8 @@ class CStringSep {
    *  @param flags ignored */
   VELQUIN_API void Set(VelquinString line, VelquinString separator, unsigned long flags);
 
-  /** @return the number of fields. */
+  /** Tells how many fields there are.
+   *  @return their number, 0 before the first Set. */
   VELQUIN_API int64_t GetCount();
 
   /** Gives one field.

@@ -41,6 +41,10 @@ TEST(HourTo60, TakesTheFloorOfANegativeTime) {
   ExpectSplit(-3.0, -3, 0, 0.0);
 }
 
+TEST(HourTo60, GivesSixtyMinutesForATimeTooCloseBelowAnHour) {
+  ExpectSplit(-1e-20, -1, 60, 0.0);
+}
+
 TEST(HourTo60, HasNoLimitOfADay) {
   ExpectSplit(49.75, 49, 45, 0.0);
 }
