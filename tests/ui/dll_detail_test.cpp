@@ -2,8 +2,8 @@
 // The detail window of the built library: how it is reached and what it shows.
 #include <atomic>
 
+#include "tests/support/replaced_import.h"
 #include "tests/ui/driver_host.h"
-#include "tests/ui/replaced_import.h"
 
 namespace {
 

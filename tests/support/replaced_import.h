@@ -4,12 +4,12 @@
 
 #include <windows.h>
 
+#include <stdexcept>
 #include <string>
-
-namespace ui_test {
 
 /// @return the slot through which a module calls a system function; null when it never does.
 inline void** ImportSlot(HMODULE module, const std::string& function) {
+  if (module == nullptr) return nullptr;
   auto* base = reinterpret_cast<char*>(module);
   const auto* headers = reinterpret_cast<IMAGE_NT_HEADERS*>(
       base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
@@ -28,6 +28,7 @@ inline void** ImportSlot(HMODULE module, const std::string& function) {
   return nullptr;
 }
 
+/// @param standIn a function of the same signature
 /// @return false when the module does not import the function.
 inline bool ReplaceImport(HMODULE module, const std::string& function, void* standIn) {
   void** slot = ImportSlot(module, function);
@@ -38,4 +39,29 @@ inline bool ReplaceImport(HMODULE module, const std::string& function, void* sta
   return VirtualProtect(slot, sizeof *slot, protection, &protection) != FALSE;
 }
 
-}  // namespace ui_test
+/// A stand-in for as long as the object lives. The library must stay loaded meanwhile, and no
+/// thread may be on its way through the slot when the object goes.
+class ReplacedImport {
+ public:
+  /// Throws std::runtime_error when velquin.dll is not loaded or does not import the function.
+  ReplacedImport(const char* function, void* standIn)
+      : slot_(ImportSlot(GetModuleHandleW(L"velquin.dll"), function)) {
+    if (slot_ == nullptr) throw std::runtime_error(std::string("no import of ") + function);
+    original_ = *slot_;
+    Write(standIn);
+  }
+  ~ReplacedImport() { Write(original_); }
+  ReplacedImport(const ReplacedImport&) = delete;
+  ReplacedImport& operator=(const ReplacedImport&) = delete;
+
+ private:
+  void Write(void* function) {
+    DWORD protection = 0;
+    VirtualProtect(slot_, sizeof *slot_, PAGE_READWRITE, &protection);
+    *slot_ = function;
+    VirtualProtect(slot_, sizeof *slot_, protection, &protection);
+  }
+
+  void** slot_;
+  void* original_ = nullptr;
+};
