@@ -5,9 +5,14 @@
 #include "api/velquin_app.h"
 #include "engine/telescope.h"
 #include "framework/win/instance.h"
+#include "framework/win/module_calls.h"
 #include "ui/controller_window.h"
 
 namespace {
+
+// How long unloading waits for a window's thread that is in the library. Painting takes some
+// milliseconds; a longer wait would only tell that the two wait for each other.
+constexpr DWORD kCallsTimeoutMs = 2000;
 
 // In this order: the engine is there before the application object and goes after it.
 CModuleObject<CTelescope> engineObject;
@@ -35,6 +40,9 @@ void ModuleDetaching(bool processEnds) {
   AfxSetUnloading();
   // The window goes before the brushes it is painted with. At the end of the process a thread that
   // was stopped may hold the engine's lock.
-  if (!processEnds) TheTelescope().ShowController(false);
+  if (!processEnds) {
+    TheTelescope().ShowController(false);
+    AfxLetCallsReturn(kCallsTimeoutMs);
+  }
   appObject.Get().ExitInstance();
 }

@@ -3,6 +3,7 @@
 
 #include "framework/win/instance.h"
 #include "framework/win/modeless_keys.h"
+#include "framework/win/module_calls.h"
 #include "framework/win/window_closer.h"
 
 BEGIN_MESSAGE_MAP(CDialog, CWnd)
@@ -93,6 +94,7 @@ LRESULT CDialog::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 // The window is taken over at its first dialog message; from then on messages reach the object
 // first and this procedure only lets the system do the rest.
 INT_PTR CALLBACK CDialog::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const CModuleCall call;
   if (message != WM_INITDIALOG || FromHandlePermanent(window) != nullptr) return FALSE;
   auto* dialog = reinterpret_cast<CDialog*>(lParam);
   dialog->SubclassWindow(window);

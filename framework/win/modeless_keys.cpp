@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "framework/win/modeless_keys.h"
 
+#include "framework/win/module_calls.h"
+
 namespace {
 
 // The hook of the thread is kept with the dialog it serves.
@@ -36,6 +38,7 @@ void CModelessKeys::Forget(HWND dialog) {
 }
 
 LRESULT CALLBACK CModelessKeys::GetMessageHook(int code, WPARAM wParam, LPARAM lParam) {
+  const CModuleCall call;
   auto* message = reinterpret_cast<MSG*>(lParam);
   if (code >= 0 && wParam == PM_REMOVE && IsEscape(*message)) {
     if (HWND dialog = WatchedDialog(message->hwnd); dialog != nullptr) {

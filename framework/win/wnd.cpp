@@ -7,6 +7,7 @@
 #include "framework/base/module_state.h"
 #include "framework/win/data_exchange.h"
 #include "framework/win/dc.h"
+#include "framework/win/module_calls.h"
 
 namespace {
 
@@ -19,6 +20,7 @@ const char* PropertyName() {
 }  // namespace
 
 LRESULT CALLBACK AfxWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const CModuleCall call;
   CWnd* object = CWnd::FromHandlePermanent(window);
   if (object == nullptr) return ::DefWindowProcA(window, message, wParam, lParam);
   // Windows calls in from the host's message loop: resources and the name must be the library's.
@@ -195,7 +197,7 @@ void CWnd::HandlerLeft() {
 }
 
 void CWnd::Release() {
-  if (--m_holders == 0) delete this;
+  if (--m_holders == 0) AfxDeleteObject(this);
 }
 
 void CWnd::WindowIsLost() {

@@ -83,6 +83,8 @@ class CWnd {
 
  protected:
   friend LRESULT CALLBACK AfxWndProc(HWND, UINT, WPARAM, LPARAM);
+  friend void AfxDeleteObject(CWnd* object);
+  friend void AfxLetCallsReturn(DWORD timeoutMs);
 
   static const AFX_MSGMAP* GetThisMessageMap();
   virtual const AFX_MSGMAP* GetMessageMap() const { return GetThisMessageMap(); }
@@ -120,6 +122,7 @@ class CWnd {
   WNDPROC m_superProc = nullptr;   // what the window did before
   Message m_current = {};          // being handled
   CWnd* m_keeper = this;           // the object that this one is a part of
+  CWnd* m_nextKeptBack = nullptr;  // while the module is being unloaded
   int m_handlers = 0;              // of this object and its parts, on the stack
   bool m_windowGone = false;       // the window's hold is to be released
   std::atomic<int> m_holders = 0;  // 0: not counted

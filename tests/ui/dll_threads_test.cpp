@@ -173,6 +173,22 @@ TEST_F(WindowThreads, UnloadingLeavesTheSlidersCodeToABusyThread) {
   EXPECT_TRUE(WaitUntilGone(window));
 }
 
+// The window was just being painted when the library was unmapped: about one time in ten its thread
+// came back to code that had gone. The second library is the one that is unloaded, again and again.
+TEST_F(WindowThreads, UnloadingWaitsForThePaintingOfTheWindow) {
+  dll.Unload();
+  for (int round = 0; round < 40; ++round) {
+    DriverLibrary again;
+    host.Begin([&] { again.Dialog(host.Window(), 1); });
+    window = WaitForDialogWith(kNorth);
+    ASSERT_NE(window, nullptr);
+    host.Do([] {});
+    again.Unload();
+    ASSERT_TRUE(WaitUntilGone(window)) << "round " << round;
+    ASSERT_FALSE(DriverLibrary::IsLoaded()) << "round " << round;
+  }
+}
+
 // A thread that ends takes its windows with it and tells nobody.
 TEST_F(WindowThreads, TheWindowsThreadMayEndFirst) {
   {
