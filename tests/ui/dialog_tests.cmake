@@ -9,14 +9,13 @@ if(WIN32)
     DEPENDS velquin_test_support gdi32 user32)
 endif()
 
-velquin_test(NAME ui_dialog_tests WINDOWS_ONLY SERIAL LIMIT 300
+velquin_test(NAME ui_dialog_tests WINDOWS_ONLY SERIAL LIMIT 200
   SOURCES
     app_environment.cpp
     caption_test.cpp
     caption_text_test.cpp
     hand_controller_test.cpp
     layout_test.cpp
-    leak_test.cpp
     message_box_test.cpp
     message_sounds.cpp
     message_text_test.cpp
@@ -26,6 +25,13 @@ if(WIN32)
   target_link_options(ui_dialog_tests PRIVATE
     -Wl,--wrap=_ZN10CTelescope4SlewEiii -Wl,--wrap=__imp_MessageBeep)
 endif()
+
+# Takes minutes and looks at nothing but its own process.
+velquin_test(NAME ui_leak_tests WINDOWS_ONLY LIMIT 500
+  SOURCES
+    app_environment.cpp
+    leak_test.cpp
+  DEPENDS velquin_ui_test_tools velquin_api velquin_resources)
 
 # The same windows through velquin.dll, as a host sees them.
 velquin_test(NAME ui_dll_tests WINDOWS_ONLY SERIAL LIMIT 180
