@@ -96,3 +96,13 @@ ProcessFigures ReadProcessFigures() {
   figures.pageFileKiB = static_cast<int64_t>(memory.PagefileUsage / 1024);
   return figures;
 }
+
+int64_t CommittedKiB() {
+  SIZE_T bytes = 0;
+  MEMORY_BASIC_INFORMATION region = {};
+  for (const char* at = nullptr; VirtualQuery(at, &region, sizeof region) == sizeof region;
+       at = static_cast<const char*>(region.BaseAddress) + region.RegionSize) {
+    if (region.State == MEM_COMMIT && region.Type == MEM_PRIVATE) bytes += region.RegionSize;
+  }
+  return static_cast<int64_t>(bytes / 1024);
+}

@@ -14,5 +14,9 @@ struct ProcessFigures {
   int64_t pageFileKiB = 0;    ///< pages that are this process's own
 };
 
+/// @return KiB of memory that is this process's own, whether it has been touched or not. Slow: it
+/// walks through the whole address space.
+int64_t CommittedKiB();
+
 /// Throws std::runtime_error when the system gives no answer.
 ProcessFigures ReadProcessFigures();
