@@ -166,9 +166,14 @@ TEST_F(Connection, AnswersACheckWhileASessionRunsWithoutAskingTheController) {
   EXPECT_THAT(Requests(), IsEmpty());
 }
 
-TEST_F(Connection, TakesNullForAnAddress) {
-  EXPECT_EQ(driver.Check(nullptr, nullptr, nullptr, version, sizeof version, extra, 0), 0);
-  EXPECT_STREQ(version, "untouched");
+// To the system an empty name is this machine's own, and on some machines that is the loopback
+// address, where the controller of this test answers.
+TEST_F(Connection, TakesNullForAnEmptyAddress) {
+  char versionOfEmpty[sizeof version] = "untouched";
+  const int empty =
+      driver.Check(nullptr, "", nullptr, versionOfEmpty, sizeof versionOfEmpty, extra, 0);
+  EXPECT_EQ(driver.Check(nullptr, nullptr, nullptr, version, sizeof version, extra, 0), empty);
+  EXPECT_STREQ(version, versionOfEmpty);
 }
 
 TEST_F(Connection, LosesThePositionWithElevenPollsAndFindsItWithOne) {
