@@ -21,10 +21,9 @@
  *    Whether the controller accepts a request shows only in later status. Requests queued while no
  *    session runs are kept and performed by the next session's first cycle.
  *  - Any thread may call any function at any time, within these bounds: a window is opened on a
- *    thread that runs a message loop; none may be called from DllMain; TelescopeStart,
- *    TelescopeCheck and TelescopeEnd wait for each other, also while TelescopeStart shows its
- *    message box, and TelescopeEnd waits until a message box of the worker is answered. Nothing is
- *    thrown.
+ *    thread that runs a message loop; none may be called from DllMain. TelescopeCheck and
+ *    TelescopeEnd wait for a TelescopeStart that is at work, also while it shows its message box,
+ *    and TelescopeEnd waits until a message box of the worker is answered. Nothing is thrown.
  *
  * Calling order: the TelescopeSet... texts, optionally TelescopeCheck, TelescopeStart,
  * TelescopeBaseSetting, then queries and commands in any mix, and TelescopeEnd exactly once for
@@ -170,7 +169,10 @@ typedef int32_t (*TelescopeEndFn)(TelescopeWindow);
 
 /** Hands over site and clock; queues sending them. The controller is re-initialised when its clock
  *  differs from the host's by a minute or more, and told to track where it points when it took the
- *  site and is ready to observe. A failure is written to the debugger's output only.
+ *  site and is ready to observe. That last command comes behind whatever is queued until then: a
+ *  goto asked for at once is undone by it, and after TelescopeEnd at once it goes out at the
+ *  beginning of the next session. So wait a second after this call; see docs/hosts.md.
+ *  A failure is written to the debugger's output only.
  *  @param time null leaves everything as it is
  *  @param location null leaves everything as it is
  *  @return 1. */

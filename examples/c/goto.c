@@ -87,7 +87,7 @@ int main(int argc, char** argv) {
     fprintf(stderr, "goto-c: no mount answers at %s\n", argv[1]);
     return 1;
   }
-  printf("connected, version %s\n", version); /* time for TelescopeBaseSetting: clock and site */
+  printf("connected, version %s\n", version); /* here: TelescopeBaseSetting, and wait a second */
   driver.look(NULL, target);
   const int there = WaitUntilThere(&driver, target);
   if (there) printf("arrived\n");

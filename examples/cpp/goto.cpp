@@ -82,7 +82,7 @@ class Session {
 int main(int argc, char** argv) try {
   if (argc != 4) throw std::invalid_argument("usage: goto-cpp ADDRESS RA DEC, in degrees");
   const SkyPosition target = {{Degrees("RA", argv[2], 0, 360), Degrees("DEC", argv[3], -90, 90)}};
-  const Session session(argv[1]);  // time for TelescopeBaseSetting, with clock and site, after it
+  const Session session(argv[1]);  // next: TelescopeBaseSetting, and wait a second
   if (!session.Goto(target)) {
     std::fputs("goto-cpp: the mount does not get there (below the horizon?)\n", stderr);
     return 1;
