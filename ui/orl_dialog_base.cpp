@@ -62,7 +62,8 @@ COLORREF GradientColour(COLORREF first, COLORREF second, LONG extent, LONG i) {
              Channel(GetBValue(first), GetBValue(second), extent, i));
 }
 
-// The message that the library cannot start is shown before there are brushes.
+// The message that the library cannot start is shown before there are brushes, and at the end of a
+// process a window may outlive them.
 HBRUSH HandleOf(const CBrush* brush) {
   return brush == nullptr ? static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)) : *brush;
 }

@@ -9,7 +9,6 @@ class COrlDialogBase {
  public:
   enum class GradientDirection { kHorizontal, kVertical };
 
-  /// Takes the application object's brushes, which outlive every dialog.
   COrlDialogBase();
   virtual ~COrlDialogBase() = default;
 
@@ -27,7 +26,9 @@ class COrlDialogBase {
   static void PaintPlain(CDC& dc, const RECT& rect);
 
  protected:
-  const CBrush* darkBrush;   // shared, not owned
-  const CBrush* blackBrush;  // shared, not owned
-  int32_t systemLook = 0;    // set: colours and drawing are the system's; nothing sets it
+  // The application object's, not owned. Null before the library has started and after it has
+  // ended: at the end of a process a window may still stand then.
+  CBrush* const& darkBrush;
+  CBrush* const& blackBrush;
+  int32_t systemLook = 0;  // set: colours and drawing are the system's; nothing sets it
 };

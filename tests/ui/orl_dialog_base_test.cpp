@@ -204,3 +204,18 @@ TEST(SharedBrushes, AreTheSameForEveryDialogAndGoneAfterwards) {
   EXPECT_EQ(GetSharedBrushes().dark, nullptr);
   EXPECT_EQ(GetSharedBrushes().black, nullptr);
 }
+
+// At the end of a process the hand controller may still be open when the brushes go.
+TEST(SharedBrushes, MayGoBeforeADialogThatUsesThem) {
+  CreateSharedBrushes();
+  Picture picture(4, 4);
+  const COrlDialogBase dialog;
+  DeleteSharedBrushes();
+  const HGDIOBJ black = ::GetStockObject(BLACK_BRUSH);
+  EXPECT_EQ(dialog.ControlColour(picture.Dc(), nullptr, CTLCOLOR_DLG), black);
+  EXPECT_EQ(dialog.ControlColour(picture.Dc(), nullptr, CTLCOLOR_MSGBOX), black);
+  CreateSharedBrushes();
+  const HBRUSH dark = *GetSharedBrushes().dark;
+  EXPECT_EQ(dialog.ControlColour(picture.Dc(), nullptr, CTLCOLOR_DLG), dark);
+  DeleteSharedBrushes();
+}
