@@ -52,7 +52,7 @@ BOOL COrlMessageBox::OnInitDialog() {
   COrlDialog::OnInitDialog();
   for (size_t i = 0; i < buttons.size(); ++i) buttons[i].AttachButton(kButtonIds[i], this);
   ShowIcon();
-  if (const CWinApp* app = AfxGetApp(); app != nullptr) SetWindowText(app->m_pszAppName);
+  if (const CWinApp* app = AfxGetApp(); app != nullptr) SetWindowText(app->AppName());
   LabelButtons();
   CentreButtons();
   if (!text.IsEmpty()) SizeToText();

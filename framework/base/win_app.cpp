@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "framework/base/cstring.h"
 #include "framework/base/message_box.h"
 #include "framework/base/module_state.h"
 #include "platform/sockets.h"
@@ -41,7 +40,7 @@ int CWinApp::ExitInstance() {
 int CWinApp::DoMessageBox(LPCSTR prompt, UINT type, UINT) {
   // A box that asks for no icon gets the exclamation mark.
   const UINT shown = (type & kIconBits) == 0 ? type | MB_ICONEXCLAMATION : type;
-  return platform::ShowMessageBox(prompt, m_pszAppName == nullptr ? "" : m_pszAppName, shown);
+  return platform::ShowMessageBox(prompt, AppName(), shown);
 }
 
 void CWinApp::SetCurrentHandles() {
@@ -54,8 +53,14 @@ void CWinApp::SetAppName(LPCSTR appName) {
   auto* copy = static_cast<char*>(std::malloc(size));
   if (copy == nullptr) return;
   std::memcpy(copy, appName, size);
+  const CSingleLock guard(m_nameLock);
   std::free(const_cast<char*>(m_pszAppName));
   m_pszAppName = copy;
+}
+
+CString CWinApp::AppName() const {
+  const CSingleLock guard(m_nameLock);
+  return CString(m_pszAppName);
 }
 
 CWinApp* AfxGetApp() {

@@ -3,7 +3,8 @@
 // end, name and message boxes; it is no thread object. One static object per module.
 #pragma once
 
-#include "framework/base/types.h"
+#include "framework/base/critical_section.h"
+#include "framework/base/cstring.h"
 
 class CWinApp {
  public:
@@ -25,13 +26,18 @@ class CWinApp {
 
   /// Takes the name from the string table when the constructor was given none.
   void SetCurrentHandles();
-  /// Replaces the name with a copy.
+  /// Replaces the name with a copy. Any thread.
   void SetAppName(LPCSTR appName);
+  /// @return a copy of the name, empty when there is none. Any thread.
+  CString AppName() const;
 
-  LPCSTR m_pszAppName = nullptr;  ///< title of message boxes; owned, from the C heap
+  /// Title of message boxes; owned, from the C heap. To be read where no other thread can be in
+  /// SetAppName; else there is AppName.
+  LPCSTR m_pszAppName = nullptr;
 
  private:
   friend BOOL AfxSocketInit();
+  mutable CCriticalSection m_nameLock;
   bool m_socketsStarted = false;
 };
 

@@ -4,8 +4,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstring>
 #include <memory>
+#include <string>
+#include <thread>
 
 #include "framework/base/message_box.h"
 #include "tests/framework/fake_platform.h"
@@ -64,6 +67,29 @@ TEST_F(WinApp, CopiesItsName) {
   EXPECT_STREQ(app.m_pszAppName, "other");
   app.SetAppName(app.m_pszAppName + 2);
   EXPECT_STREQ(app.m_pszAppName, "her");
+}
+
+// A session starts under a new name while a message of another thread asks for its title.
+TEST_F(WinApp, GivesAWholeNameWhileAnotherThreadReplacesIt) {
+  // Long ones, so that a name is often replaced while it is being copied.
+  const std::string names[] = {std::string(1'000'000, 'a'), std::string(1'000'000, 'b')};
+  CWinApp app(names[0].c_str());
+  std::atomic<bool> stop = false;
+  std::thread renaming([&] {
+    for (size_t i = 0; !stop; ++i) app.SetAppName(names[i % 2].c_str());
+  });
+  int torn = 0;
+  for (int i = 0; i < 100; ++i) {
+    const CString name = app.AppName();
+    torn += names[0] != name.GetString() && names[1] != name.GetString() ? 1 : 0;
+  }
+  stop = true;
+  renaming.join();
+  EXPECT_EQ(torn, 0);
+}
+
+TEST_F(WinApp, HasAnEmptyNameBeforeItHasAny) {
+  EXPECT_STREQ(CWinApp().AppName(), "");
 }
 
 TEST_F(WinApp, ShowsMessagesUnderItsName) {
