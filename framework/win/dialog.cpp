@@ -27,16 +27,17 @@ BOOL CDialog::Create(UINT templateId, HWND parent) {
 void CDialog::CloseFromAnyThread() {
   const HWND window = m_shownWindow;
   const DWORD thread = ::GetWindowThreadProcessId(window, nullptr);
-  if (thread == ::GetCurrentThreadId()) {
+  if (FromHandlePermanent(window) != this) {
+    // It has gone, and its handle may be another window's by now.
+    WindowIsLost();
+  } else if (thread == ::GetCurrentThreadId()) {
     DestroyWindow();
     // A modal loop of a window that went along looks for that only after a message of its own.
     ::PostThreadMessageA(thread, WM_NULL, 0, 0);
-  } else if (thread == 0) {
-    if (m_hWnd != nullptr) WindowIsLost();
   } else if (AfxIsUnloading()) {
     // That thread must not come back into the module: the bare window is the system's.
+    if (!GiveUpWindow()) return;
     CModelessKeys::Forget(window);
-    GiveUpWindow();
     ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&::DefWindowProcA));
     ::PostMessageA(window, WM_CLOSE, 0, 0);
   } else {

@@ -44,7 +44,10 @@ CWnd* CWnd::FromHandlePermanent(HWND window) {
 BOOL CWnd::SubclassWindow(HWND window) {
   if (window == nullptr) return FALSE;
   Attach(window);
-  if (m_holders > 0) ++m_holders;
+  if (m_holders > 0) {
+    ++m_holders;
+    m_windowHolds = true;
+  }
   m_superProc = reinterpret_cast<WNDPROC>(
       ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AfxWndProc)));
   return TRUE;
@@ -174,8 +177,9 @@ LRESULT CWnd::Handle(const Message& message) {
 }
 
 void CWnd::Detached() {
+  // First of all, so that another thread that no longer finds the window finds its hold released.
+  m_windowGone = m_windowHolds.exchange(false);
   GiveBackProcedure();
-  m_windowGone = m_holders > 0;
   PostNcDestroy();
 }
 
@@ -201,11 +205,13 @@ void CWnd::Release() {
 }
 
 void CWnd::WindowIsLost() {
+  if (!m_windowHolds.exchange(false)) return;
   m_hWnd = nullptr;
   Release();
 }
 
-void CWnd::GiveUpWindow() {
+bool CWnd::GiveUpWindow() {
+  if (!m_windowHolds.exchange(false)) return false;
   const auto giveBack = [](HWND window, LPARAM) -> BOOL {
     if (CWnd* object = FromHandlePermanent(window); object != nullptr) object->GiveBackProcedure();
     return TRUE;
@@ -213,4 +219,5 @@ void CWnd::GiveUpWindow() {
   ::EnumChildWindows(m_hWnd, giveBack, 0);
   GiveBackProcedure();
   Release();
+  return true;
 }

@@ -50,11 +50,13 @@ class CWnd {
   void HoldByCaller() { m_holders = 1; }
   /// The caller of HoldByCaller needs the object no more. Any thread.
   void Release();
-  /// The window went without a word, as windows do when their thread ends.
+  /// The window went without a word, as windows do when their thread ends. Harmless when it went
+  /// with one. Any thread.
   void WindowIsLost();
   /// Gives window and controls back to the system, without calling their thread: none of the
-  /// library's code is reached through them any more. Any thread.
-  void GiveUpWindow();
+  /// library's code is reached through them any more. @return false, and nothing is done, when the
+  /// window has gone or is just going. Any thread.
+  bool GiveUpWindow();
 
   LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
     return ::SendMessageA(m_hWnd, message, wParam, lParam);
@@ -124,6 +126,7 @@ class CWnd {
   CWnd* m_keeper = this;           // the object that this one is a part of
   CWnd* m_nextKeptBack = nullptr;  // while the module is being unloaded
   int m_handlers = 0;              // of this object and its parts, on the stack
-  bool m_windowGone = false;       // the window's hold is to be released
+  bool m_windowGone = false;       // the handlers on the stack hold the object in its place
   std::atomic<int> m_holders = 0;  // 0: not counted
+  std::atomic<bool> m_windowHolds = false;  // whoever clears it releases the window's hold
 };
