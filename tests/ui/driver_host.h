@@ -11,6 +11,7 @@
 #include "tests/support/eventually.h"
 #include "tests/support/temp_folder.h"
 #include "tests/ui/driver_library.h"
+#include "tests/ui/fault_count.h"
 #include "tests/ui/ui_thread.h"
 #include "tests/ui/window_tools.h"
 
@@ -40,6 +41,7 @@ class DriverHost : public testing::Test {
       });
     }
     EXPECT_TRUE(OpenDialogs().empty());
+    EXPECT_EQ(faults.Count(), 0);
   }
 
   void Connect() {
@@ -81,6 +83,7 @@ class DriverHost : public testing::Test {
   /// @return whether the mount got nothing that begins so within half a second
   bool Quiet(const std::string& command) const { return !mount.WaitFor(command, 500); }
 
+  const FaultCount faults;
   const TempFolder folder;
   simulator::ScriptedController mount;
   DriverLibrary dll;
