@@ -17,6 +17,9 @@ ON_MESSAGE(WM_NCMOUSEHOVER, OnNcMouseHover)
 ON_WM_NCLBUTTONDOWN()
 ON_WM_NCLBUTTONUP()
 ON_MESSAGE(WM_NCLBUTTONDBLCLK, OnNcLButtonDblClk)
+ON_WM_MOUSEMOVE()
+ON_WM_LBUTTONUP()
+ON_WM_CAPTURECHANGED()
 END_MESSAGE_MAP()
 
 COrlDialog::COrlDialog(UINT templateId, HWND parent)
@@ -90,7 +93,8 @@ void COrlDialog::OnNcMouseMove(UINT hit, CPoint) {
     TRACKMOUSEEVENT track = {sizeof track, TME_NONCLIENT | TME_HOVER | TME_LEAVE, m_hWnd, kHoverMs};
     ::TrackMouseEvent(&track);
   }
-  Default();
+  // Over its own buttons the system would draw its own hot ones.
+  if (!CPaintCaption::IsButton(hit)) Default();
 }
 
 LRESULT COrlDialog::OnNcMouseLeave(WPARAM, LPARAM) {
@@ -99,8 +103,9 @@ LRESULT COrlDialog::OnNcMouseLeave(WPARAM, LPARAM) {
 }
 
 LRESULT COrlDialog::OnNcMouseHover(WPARAM wParam, LPARAM) {
-  caption.PointerMoved(m_hWnd, static_cast<LRESULT>(wParam));
-  return Default();
+  const auto hit = static_cast<LRESULT>(wParam);
+  caption.PointerMoved(m_hWnd, hit);
+  return CPaintCaption::IsButton(hit) ? 0 : Default();
 }
 
 void COrlDialog::OnNcLButtonDown(UINT hit, CPoint) {
@@ -114,4 +119,26 @@ LRESULT COrlDialog::OnNcLButtonDblClk(WPARAM wParam, LPARAM) {
 
 void COrlDialog::OnNcLButtonUp(UINT hit, CPoint) {
   if (!caption.ButtonReleased(m_hWnd, hit)) Default();
+}
+
+LRESULT COrlDialog::CaptionHit(CPoint client) {
+  ::ClientToScreen(m_hWnd, &client);
+  return caption.HitTest(m_hWnd, client);
+}
+
+void COrlDialog::OnMouseMove(UINT, CPoint point) {
+  if (caption.IsPressed()) {
+    caption.PointerMoved(m_hWnd, CaptionHit(point));
+  } else {
+    Default();
+  }
+}
+
+void COrlDialog::OnLButtonUp(UINT, CPoint point) {
+  if (!caption.IsPressed() || !caption.ButtonReleased(m_hWnd, CaptionHit(point))) Default();
+}
+
+void COrlDialog::OnCaptureChanged(HWND) {
+  caption.CancelPress(m_hWnd);
+  Default();
 }

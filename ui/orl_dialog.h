@@ -32,10 +32,15 @@ class COrlDialog : public CDialog, public COrlDialogBase {
   void OnNcLButtonDown(UINT hit, CPoint screen);
   void OnNcLButtonUp(UINT hit, CPoint screen);
   LRESULT OnNcLButtonDblClk(WPARAM wParam, LPARAM lParam);
+  void OnMouseMove(UINT flags, CPoint point);
+  void OnLButtonUp(UINT flags, CPoint point);
+  void OnCaptureChanged(HWND window);
 
   CPaintCaption caption;
 
  private:
+  LRESULT CaptionHit(CPoint client);
+
   const UINT ownTemplate;
   const HWND ownParent;
 };

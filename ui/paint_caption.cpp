@@ -93,6 +93,8 @@ void CPaintCaption::PaintFrame(CDC& dc, const CRect& frame, bool active) const {
     dc.FillSolidRect(CRect(x, y, x + w, y + h), colour);
   };
   fill(0, 0, width, sizes.band, active ? kCaptionActive : kCaptionInactive);
+  // The system's frame can be wider than the bands; nothing of it may stay unpainted.
+  fill(0, sizes.band, width, height - sizes.band, kColourDark);
   fill(0, sizes.band, width, 1, kColourDark);
   fill(1, sizes.band, sizes.side, height, kColourDark);
   fill(width - sizes.side - 1, sizes.band, sizes.side, height, kColourDark);
@@ -184,11 +186,8 @@ int CPaintCaption::ButtonOf(LRESULT hit) {
 }
 
 bool CPaintCaption::PointerMoved(HWND window, LRESULT hit) {
-  // A button let go outside the window was never released here.
-  if (pressed && ::GetKeyState(VK_LBUTTON) >= 0) {
-    pressed = false;
-    pressedButton = kNoButton;
-  }
+  // A release that never came here, whoever swallowed it.
+  if (pressed && ::GetKeyState(VK_LBUTTON) >= 0) CancelPress(window);
   const int button = ButtonOf(hit);
   if (button == hoverButton) return false;
   hoverButton = button;
@@ -202,21 +201,30 @@ void CPaintCaption::PointerLeft(HWND window) {
 }
 
 bool CPaintCaption::ButtonPressed(HWND window, LRESULT hit) {
+  CancelPress(window);
   const int button = ButtonOf(hit);
   if (button == kNoButton) return false;
+  ::SetCapture(window);
   hoverButton = pressedButton = button;
   pressed = true;
   Repaint(window);
   return true;
 }
 
+// The button is not hot either until the pointer is seen on it again.
+void CPaintCaption::CancelPress(HWND window) {
+  if (!pressed) return;
+  pressed = false;
+  hoverButton = pressedButton = kNoButton;
+  if (::GetCapture() == window) ::ReleaseCapture();
+  Repaint(window);
+}
+
 bool CPaintCaption::ButtonReleased(HWND window, LRESULT hit) {
   if (!pressed) return false;
   const bool carriedOut = ButtonOf(hit) == pressedButton;
   const int button = pressedButton;
-  pressed = false;
-  pressedButton = kNoButton;
-  Repaint(window);
+  CancelPress(window);
   if (!carriedOut) return true;
   const WPARAM zoom = ::IsZoomed(window) ? SC_RESTORE : SC_MAXIMIZE;
   const WPARAM commands[] = {SC_CLOSE, zoom, SC_MINIMIZE};

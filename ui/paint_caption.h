@@ -29,14 +29,22 @@ class CPaintCaption {
   /// button,
   ///        else HTNOWHERE
   LRESULT HitTest(HWND window, CPoint screen);
-  /// The pointer is over the caption. @return true when it has just come to a button.
+  /// @return whether a hit is one on a caption button.
+  static bool IsButton(LRESULT hit) { return ButtonOf(hit) != kNoButton; }
+  /// The pointer is over the caption, or a button is held. @return true when it has just come to a
+  /// button.
   bool PointerMoved(HWND window, LRESULT hit);
   /// The pointer has left the caption.
   void PointerLeft(HWND window);
-  /// @return true when the press was on a button and is dealt with.
+  /// Takes the mouse for the window until the release. @return true when the press was on a button
+  /// and is dealt with.
   bool ButtonPressed(HWND window, LRESULT hit);
   /// Carries out the pressed button when it is released over itself. @return true when dealt with.
   bool ButtonReleased(HWND window, LRESULT hit);
+  /// Forgets a press, as when the mouse was taken away and the release will not come.
+  void CancelPress(HWND window);
+  /// A caption button is held down; the mouse's messages come to the client area then.
+  bool IsPressed() const { return pressed; }
 
   /// Gives the caption buttons of its own. @param bitmapId their images @param count how many
   void SetCustomButtons(UINT bitmapId, int count);

@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: MIT
 // Caption and frame as the library paints them, pixel by pixel, and the close box.
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-#include "framework/win/wnd.h"
+#include "res/resource_ids.h"
+#include "tests/support/eventually.h"
 #include "tests/ui/open_controller.h"
+#include "ui/frame_sizes.h"
+#include "ui/orl_dialog.h"
 #include "ui/windows_version.h"
 
 namespace {
 
 using namespace ui_test;
+using testing::Contains;
+using testing::Not;
 
 constexpr COLORREF kDark = RGB(34, 34, 34);
 
@@ -59,6 +64,17 @@ class CaptionTest : public testing::Test {
     return different;
   }
 
+  // The mouse's messages while the window has taken it. @param x, y in the window's coordinates
+  void SendCaptured(UINT message, LONG x, LONG y) const {
+    POINT at = {x, y};
+    RECT outer = {};
+    GetWindowRect(window, &outer);
+    at.x += outer.left;
+    at.y += outer.top;
+    ScreenToClient(window, &at);
+    SendMessageW(window, message, 0, MAKELPARAM(at.x, at.y));
+  }
+
   static void SetLeftButton(bool down) {
     BYTE keys[256] = {};
     GetKeyboardState(keys);
@@ -75,6 +91,7 @@ class CaptionTest : public testing::Test {
                       GetSystemMetrics(SM_CYBORDER);
   const LONG caption = GetSystemMetrics(SM_CYCAPTION);
   const LONG band = bottom + caption;
+  const POINT closeBox = {size.right - side - caption / 2, bottom + caption / 2};
 };
 
 TEST_F(CaptionTest, BandsAndFrameHaveTheirColours) {
@@ -201,7 +218,7 @@ TEST_F(CaptionTest, AReleaseOutsideCancels) {
     Send(WM_NCLBUTTONUP, HTCAPTION);
     Send(WM_NCLBUTTONUP, HTCLOSE);
   });
-  Do([] {});  // whatever was posted has come by now
+  controller.host.HandlePosted();
   EXPECT_TRUE(IsWindowVisible(window));
 }
 
@@ -214,8 +231,108 @@ TEST_F(CaptionTest, AReleaseOutsideTheWindowCancels) {
     Send(WM_NCMOUSEMOVE, HTCLOSE);
     Send(WM_NCLBUTTONUP, HTCLOSE);
   });
-  Do([] {});
+  controller.host.HandlePosted();
   EXPECT_TRUE(IsWindowVisible(window));
+}
+
+TEST_F(CaptionTest, APressTakesTheMouseUntilTheRelease) {
+  Do([&] {
+    Send(WM_NCACTIVATE, TRUE);
+    SetLeftButton(true);
+    Send(WM_NCLBUTTONDOWN, HTCLOSE);
+    EXPECT_EQ(GetCapture(), window);
+    SendCaptured(WM_MOUSEMOVE, -50, -50);
+    EXPECT_EQ(DifferingPixels(0), 0) << "pointer outside the window";
+    SendCaptured(WM_MOUSEMOVE, closeBox.x, closeBox.y);
+    EXPECT_EQ(DifferingPixels(2), 0) << "pointer back";
+    SendCaptured(WM_MOUSEMOVE, size.right / 2, size.bottom / 2);
+    EXPECT_EQ(DifferingPixels(0), 0) << "pointer on the client area";
+    SetLeftButton(false);
+    SendCaptured(WM_LBUTTONUP, -50, -50);
+    EXPECT_EQ(GetCapture(), nullptr);
+  });
+  controller.host.HandlePosted();
+  EXPECT_TRUE(IsWindowVisible(window));
+}
+
+TEST_F(CaptionTest, AReleaseOfTheTakenMouseOnTheCloseBoxCloses) {
+  Do([&] {
+    SetLeftButton(true);
+    Send(WM_NCLBUTTONDOWN, HTCLOSE);
+    SendCaptured(WM_MOUSEMOVE, -50, -50);
+    SetLeftButton(false);
+    SendCaptured(WM_LBUTTONUP, closeBox.x, closeBox.y);
+    EXPECT_EQ(GetCapture(), nullptr);
+  });
+  EXPECT_TRUE(WaitUntilHidden(window));
+}
+
+TEST_F(CaptionTest, APressThatWasCancelledDoesNotMakeALaterReleaseClose) {
+  Do([&] {
+    SetLeftButton(true);
+    Send(WM_NCLBUTTONDOWN, HTCLOSE);
+    SetLeftButton(false);
+    SendCaptured(WM_LBUTTONUP, -50, -50);
+    SetLeftButton(true);
+    SendCaptured(WM_LBUTTONDOWN, size.right / 2, size.bottom / 2);
+    SetLeftButton(false);
+    Send(WM_NCLBUTTONUP, HTCLOSE);
+    SendCaptured(WM_LBUTTONUP, closeBox.x, closeBox.y);
+  });
+  controller.host.HandlePosted();
+  EXPECT_TRUE(IsWindowVisible(window));
+}
+
+// Another window, or the system, may take the mouse away from a held button.
+TEST_F(CaptionTest, ALostMouseCancels) {
+  Do([&] {
+    Send(WM_NCACTIVATE, TRUE);
+    SetLeftButton(true);
+    Send(WM_NCLBUTTONDOWN, HTCLOSE);
+    SetCapture(controller.host.Window());
+    EXPECT_EQ(DifferingPixels(0), 0);
+    ReleaseCapture();
+    Send(WM_NCLBUTTONUP, HTCLOSE);
+    SendCaptured(WM_LBUTTONUP, closeBox.x, closeBox.y);
+    SetLeftButton(false);
+  });
+  controller.host.HandlePosted();
+  EXPECT_TRUE(IsWindowVisible(window));
+}
+
+TEST_F(CaptionTest, APressBesideTheCloseBoxEndsAnEarlierOne) {
+  Do([&] {
+    SetLeftButton(true);
+    Send(WM_NCLBUTTONDOWN, HTCLOSE);
+    Send(WM_NCLBUTTONDOWN, HTBORDER);
+    EXPECT_EQ(GetCapture(), nullptr);
+    Send(WM_NCLBUTTONUP, HTCLOSE);
+    SetLeftButton(false);
+  });
+  controller.host.HandlePosted();
+  EXPECT_TRUE(IsWindowVisible(window));
+}
+
+TEST_F(CaptionTest, TheMouseIsOnlyTakenByAPressOnAButton) {
+  Do([&] {
+    Send(WM_NCLBUTTONDOWN, HTBORDER);
+    EXPECT_EQ(GetCapture(), nullptr);
+  });
+}
+
+TEST_F(CaptionTest, ASecondPressSoonAfterTheFirstIsAPressToo) {
+  Do([&] {
+    Send(WM_NCACTIVATE, TRUE);
+    SetLeftButton(true);
+    Send(WM_NCLBUTTONDOWN, HTCLOSE);
+    SendCaptured(WM_LBUTTONUP, -50, -50);
+    Send(WM_NCLBUTTONDBLCLK, HTCLOSE);
+    EXPECT_EQ(DifferingPixels(2), 0);
+    EXPECT_TRUE(IsWindowVisible(window));
+    SetLeftButton(false);
+    SendCaptured(WM_LBUTTONUP, closeBox.x, closeBox.y);
+  });
+  EXPECT_TRUE(WaitUntilHidden(window));
 }
 
 TEST_F(CaptionTest, AReleaseOnTheCloseBoxCloses) {
@@ -241,6 +358,134 @@ TEST_F(CaptionTest, TheCloseBoxIsHitWhereItIsPainted) {
   EXPECT_EQ(hit(left - 1, band - 1), HTCAPTION);
   EXPECT_EQ(hit(left / 2, band / 2), HTCAPTION);
   EXPECT_EQ(hit(left / 2, band + 5), HTCLIENT);
+}
+
+// The system has a close area of its own, which reaches beyond the painted box.
+TEST_F(CaptionTest, NothingElseOfTheBandIsACloseBox) {
+  RECT outer = {};
+  GetWindowRect(window, &outer);
+  const RECT box = {size.right - side - caption, bottom, size.right - side, band};
+  Do([&] {
+    int wrong = 0;
+    for (LONG y = 0; y < band; ++y) {
+      for (LONG x = size.right - 2 * caption; x < size.right; ++x) {
+        const LPARAM at = MAKELPARAM(outer.left + x, outer.top + y);
+        const LRESULT hit = SendMessageW(window, WM_NCHITTEST, 0, at);
+        const LRESULT wanted = PtInRect(&box, {x, y}) ? HTCLOSE : HTCAPTION;
+        wrong += hit != wanted && hit != HTBORDER ? 1 : 0;
+      }
+    }
+    EXPECT_EQ(wrong, 0);
+    const LPARAM beside = MAKELPARAM(outer.left + box.right + 1, outer.top + box.top + 1);
+    EXPECT_EQ(SendMessageW(window, WM_NCHITTEST, 0, beside), HTCAPTION);
+  });
+}
+
+TEST_F(CaptionTest, TheMouseItselfWorksTheCloseBox) {
+  RECT outer = {};
+  GetWindowRect(window, &outer);
+  const auto shows = [&](int column) {
+    return Eventually(
+        [&] {
+          int different = -1;
+          Do([&] { different = DifferingPixels(column); });
+          return different == 0;
+        },
+        std::chrono::seconds(5));
+  };
+  const auto moveTo = [&](LONG x, LONG y) { SetCursorPos(outer.left + x, outer.top + y); };
+  Do([&] { SetForegroundWindow(window); });
+  moveTo(closeBox.x, closeBox.y);
+  EXPECT_TRUE(shows(1)) << "hot";
+  mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+  EXPECT_TRUE(shows(2)) << "pressed";
+  moveTo(size.right + 50, size.bottom + 50);
+  EXPECT_TRUE(shows(0)) << "held, pointer outside the window";
+  mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+  EXPECT_TRUE(Eventually(
+      [&] {
+        bool free = false;
+        Do([&] { free = GetCapture() == nullptr; });
+        return free;
+      },
+      std::chrono::seconds(5)));
+  moveTo(closeBox.x, closeBox.y);
+  EXPECT_TRUE(shows(1)) << "hot again, as the release outside did not close";
+  mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+  EXPECT_TRUE(shows(2));
+  mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+  EXPECT_TRUE(WaitUntilHidden(window));
+  SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
+}
+
+// Keeps what a dialog leaves to the system.
+class ListeningDialog : public COrlDialog {
+ public:
+  ListeningDialog() : COrlDialog(IDD_DETAIL, nullptr) {}
+
+  std::vector<UINT> leftToSystem;
+
+ protected:
+  LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+    leftToSystem.push_back(message);
+    return COrlDialog::DefWindowProc(message, wParam, lParam);
+  }
+};
+
+// It would draw its own hot button over the painted one.
+TEST(CaptionBoxesTest, TheSystemLearnsNothingOfAPointerOnTheBoxes) {
+  App();
+  const UiThread host;
+  host.Do([&] {
+    ListeningDialog dialog;
+    ASSERT_TRUE(dialog.COrlDialog::Create());
+    for (const UINT message : {WM_NCMOUSEMOVE, WM_NCMOUSEHOVER}) {
+      for (const WPARAM box : {HTCLOSE, HTMAXBUTTON, HTMINBUTTON}) {
+        dialog.leftToSystem.clear();
+        dialog.SendMessage(message, box, 0);
+        EXPECT_THAT(dialog.leftToSystem, Not(Contains(message))) << box;
+      }
+      dialog.SendMessage(message, HTCAPTION, 0);
+      EXPECT_THAT(dialog.leftToSystem, Contains(message));
+    }
+    dialog.DestroyWindow();
+  });
+}
+
+// A window whose frame is wider than the painted bands, as frames with a padded border or of
+// another resolution are.
+constexpr LONG kWideFrame = 40;  // pixels
+
+LRESULT CALLBACK WideFrameProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_NCCALCSIZE) {
+    InflateRect(reinterpret_cast<RECT*>(lParam), -kWideFrame, -kWideFrame);
+    return 0;
+  }
+  return message == WM_NCPAINT ? 0 : DefWindowProcW(window, message, wParam, lParam);
+}
+
+TEST(CaptionBoxesTest, AFrameThatIsWiderThanTheBandsIsPaintedToItsClientArea) {
+  App();
+  WNDCLASSW description = {};
+  description.lpfnWndProc = &WideFrameProc;
+  description.hInstance = GetModuleHandleW(nullptr);
+  description.lpszClassName = L"VelquinTestWideFrame";
+  RegisterClassW(&description);
+  HWND window = CreateWindowExW(0, L"VelquinTestWideFrame", L"", WS_POPUP | WS_VISIBLE, 100, 100,
+                                200, 160, nullptr, nullptr, description.hInstance, nullptr);
+  ASSERT_NE(window, nullptr);
+  CPaintCaption painter;
+  painter.Paint(window, true);
+  const FrameSizes sizes;
+  ASSERT_LT(sizes.band, kWideFrame - 2);
+  for (const POINT at : {POINT{kWideFrame - 1, 80},
+                         {200 - kWideFrame, 80},
+                         {100, kWideFrame - 1},
+                         {100, 160 - kWideFrame},
+                         {sizes.side, sizes.band + 1}}) {
+    EXPECT_EQ(PixelOf(window, at.x, at.y), kDark) << at.x << ' ' << at.y;
+  }
+  DestroyWindow(window);
 }
 
 TEST(CaptionBoxesTest, AMinimisedWindowIsNotPainted) {

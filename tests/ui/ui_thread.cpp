@@ -70,3 +70,9 @@ void UiThread::Begin(std::function<void()> body) const {
   PostMessageW(window_, kBegin, 0,
                reinterpret_cast<LPARAM>(new std::function<void()>(std::move(body))));
 }
+
+void UiThread::HandlePosted() const {
+  std::promise<void> handled;
+  Begin([&handled] { handled.set_value(); });
+  handled.get_future().wait();
+}

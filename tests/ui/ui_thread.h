@@ -19,6 +19,9 @@ class UiThread {
   void Do(const std::function<void()>& body) const;
   /// Has something run there soon and does not wait.
   void Begin(std::function<void()> body) const;
+  /// Waits until every message that is posted to this thread by now has been handled. Do does not:
+  /// what is sent overtakes what is posted.
+  void HandlePosted() const;
   /// The host's window.
   HWND Window() const { return window_; }
 
