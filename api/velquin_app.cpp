@@ -21,7 +21,8 @@ int CVelquinApp::ExitInstance() {
 }
 
 int CVelquinApp::DoMessageBox(LPCSTR prompt, UINT type, UINT) {
-  // The library has no main window, so its boxes have no owner.
-  COrlMessageBox box(nullptr, prompt, type);
+  // In place of a main window, which the library has not, the calling thread's active one: a window
+  // that asks waits for the answer. The worker has none, so its boxes block nobody else.
+  COrlMessageBox box(::GetActiveWindow(), prompt, type);
   return static_cast<int>(box.DoModal());
 }

@@ -92,9 +92,13 @@ TEST_F(HandController, SyncAsksFirst) {
   ASSERT_NE(box, nullptr);
   EXPECT_EQ(TextOf(box, kMessageText), L"同期します。\n");
   EXPECT_TRUE(IsWindowVisible(GetDlgItem(box, IDCANCEL)));
+  EXPECT_EQ(GetWindow(box, GW_OWNER), window);
+  EXPECT_FALSE(IsWindowEnabled(window));
+  EXPECT_TRUE(IsWindowEnabled(host.Window()));
   EXPECT_FALSE(mount.Saw("$ALIGN="));
   Click(box, IDOK);
   EXPECT_TRUE(WaitUntilGone(box));
+  EXPECT_TRUE(IsWindowEnabled(window));
   EXPECT_TRUE(mount.WaitFor("$ALIGN=", 3000));
 }
 
@@ -185,8 +189,8 @@ TEST_F(HandController, EscHidesItAlsoWithoutAFocus) {
 TEST_F(HandController, AltEscIsTheSystems) {
   OpenWindow();
   PostMessageW(window, WM_SYSKEYDOWN, VK_ESCAPE, 0x20000001);
-  host.Do([] {});
-  host.Do([] {});
+  host.HandlePosted();
+  host.HandlePosted();  // a key that counts would be a command by now
   EXPECT_TRUE(IsWindowVisible(window));
 }
 

@@ -103,7 +103,8 @@ TEST_F(WindowThreads, AfterTheEndTheWindowDrivesNothing) {
   EXPECT_TRUE(Quiet("$MTTGT="));
 }
 
-// The handler of the sync button is on the stack, below the question's own loop.
+// The handler of the sync button is on the stack, below the question's own loop. The question goes
+// with the window that it belongs to, and agreed to nothing.
 TEST_F(WindowThreads, EndWhileTheSyncQuestionStandsThere) {
   for (const bool onWindowThread : {true, false}) {
     Connect();
@@ -113,6 +114,7 @@ TEST_F(WindowThreads, EndWhileTheSyncQuestionStandsThere) {
     BeginClick(kSync);
     HWND box = WaitForDialogWith(kMessageText);
     ASSERT_NE(box, nullptr);
+    mount.Clear();
     if (onWindowThread) {
       host.Do([&] { dll.End(nullptr); });
     } else {
@@ -120,11 +122,8 @@ TEST_F(WindowThreads, EndWhileTheSyncQuestionStandsThere) {
       ASSERT_TRUE(end.Returns());
     }
     EXPECT_TRUE(WaitUntilGone(window));
-    EXPECT_TRUE(IsWindow(box));
-    mount.Clear();
-    Click(box, IDOK);
     EXPECT_TRUE(WaitUntilGone(box));
-    host.Do([] {});
+    host.HandlePosted();
     Connect();
     EXPECT_TRUE(Quiet("$ALIGN="));
     host.Do([&] { dll.End(nullptr); });
@@ -218,12 +217,16 @@ TEST_F(WorkerBox, BlocksTheWorkerOnly) {
   EXPECT_EQ(TextOf(box, kMessageText),
             L"コマンドが受け付けられませんでした。\n"
             L"導入中の場合は、導入完了後に再度コマンドを実行してください。\n");
+  EXPECT_EQ(GetWindow(box, GW_OWNER), nullptr);
   host.Do([&] {
     double radec[2] = {};
     dll.GetPos(nullptr, radec);
     dll.Dialog(nullptr, 1);
   });
-  EXPECT_NE(WaitForDialogWith(kNorth), nullptr);
+  window = WaitForDialogWith(kNorth);
+  ASSERT_NE(window, nullptr);
+  EXPECT_TRUE(IsWindowEnabled(window));
+  EXPECT_TRUE(IsWindowEnabled(host.Window()));
   mount.Clear();
   EXPECT_TRUE(Quiet("$MTSTA?"));
   Click(box, IDOK);
@@ -255,10 +258,12 @@ TEST_F(WorkerBox, ItCanBeAnsweredWhileTheHostsWindowThreadWaitsInEnd) {
   EXPECT_EQ(done.wait_for(10s), std::future_status::ready);
 }
 
+// On the host's own thread the box is modal to the window that the person was in.
 TEST_F(WorkerBox, ASilentControllerIsToldByTheStart) {
   mount.IsSilentTo("$SYVER?");
   int32_t started = -1;
   dll.SetName(nullptr, "My Observatory");
+  host.Do([&] { SetActiveWindow(host.Window()); });
   host.Begin([&] { started = dll.Start(nullptr, mount.Address().c_str(), nullptr, 0); });
   box = WaitForDialogWith(kMessageText);
   ASSERT_NE(box, nullptr);
@@ -266,10 +271,13 @@ TEST_F(WorkerBox, ASilentControllerIsToldByTheStart) {
   EXPECT_EQ(TextOf(box, kMessageText),
             L"望遠鏡から応答がありません。\n"
             L"ポートの設定やケーブルの接続、電源の状態を確認してください。\n");
+  EXPECT_EQ(GetWindow(box, GW_OWNER), host.Window());
+  EXPECT_FALSE(IsWindowEnabled(host.Window()));
   Click(box, IDOK);
   EXPECT_TRUE(WaitUntilGone(box));
-  host.Do([] {});
+  host.HandlePosted();
   EXPECT_EQ(started, 0);
+  EXPECT_TRUE(IsWindowEnabled(host.Window()));
 }
 
 }  // namespace
