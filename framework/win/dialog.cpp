@@ -1,18 +1,55 @@
 // SPDX-License-Identifier: MIT
 #include "framework/win/dialog.h"
 
+#include <algorithm>
+
 #include "framework/win/instance.h"
 #include "framework/win/modeless_keys.h"
 #include "framework/win/module_calls.h"
 #include "framework/win/window_closer.h"
+
+namespace {
+
+// The place is in the header of the template, which has two layouts.
+bool IsUnplaced(UINT templateId) {
+  const HINSTANCE module = AfxGetResourceHandle();
+  const HRSRC found = ::FindResourceA(module, MAKEINTRESOURCEA(templateId), RT_DIALOG);
+  if (found == nullptr) return false;
+  const auto* words = static_cast<const WORD*>(::LockResource(::LoadResource(module, found)));
+  constexpr WORD kExtended = 0xFFFF;
+  const WORD* place = words + (words[1] == kExtended ? 9 : 5);
+  return place[0] == 0 && place[1] == 0;
+}
+
+// Of the screen that a window is on, without the task bar.
+CRect WorkArea(HWND window) {
+  MONITORINFO screen = {};
+  screen.cbSize = sizeof screen;
+  ::GetMonitorInfoA(::MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &screen);
+  return screen.rcWork;
+}
+
+// A place as near to the wanted one as lets something of that length lie in between; the beginning
+// counts where it is too long.
+LONG Within(LONG first, LONG last, LONG length, LONG wanted) {
+  return std::max(first, std::min(wanted, last - length));
+}
+
+}  // namespace
 
 BEGIN_MESSAGE_MAP(CDialog, CWnd)
 END_MESSAGE_MAP()
 
 INT_PTR CDialog::DoModal() {
   m_loopRuns = true;
-  return ::DialogBoxParamA(AfxGetResourceHandle(), MAKEINTRESOURCEA(m_templateId), m_parent,
-                           &CDialog::DialogProc, reinterpret_cast<LPARAM>(this));
+  const HWND owner = m_parent;
+  const bool ownerWaits = owner != nullptr && ::IsWindowEnabled(owner);
+  const INT_PTR result =
+      ::DialogBoxParamA(AfxGetResourceHandle(), MAKEINTRESOURCEA(m_templateId), m_parent,
+                        &CDialog::DialogProc, reinterpret_cast<LPARAM>(this));
+  // EndDialog lets it go on; a dialog that was destroyed instead may have left that undone.
+  if (ownerWaits && !::IsWindowEnabled(owner)) ::EnableWindow(owner, TRUE);
+  return result;
 }
 
 BOOL CDialog::Create(UINT templateId, HWND parent) {
@@ -106,22 +143,19 @@ INT_PTR CALLBACK CDialog::DialogProc(HWND window, UINT message, WPARAM wParam, L
 }
 
 // A template at (0, 0) leaves the place to the dialog; one that has not chosen any comes into the
-// middle of its owner, or of the screen's work area.
+// middle of its owner, or of the screen's work area, and does not leave that area.
 void CDialog::CentreWhenUnplaced(const CRect& before) const {
-  const HWND owner = ::GetWindow(m_hWnd, GW_OWNER);
-  POINT unplaced = {0, 0};
-  if (owner != nullptr) ::ClientToScreen(owner, &unplaced);
   const CRect window = GetWindowRect();
-  const bool placed = before.left != unplaced.x || before.top != unplaced.y ||
-                      window.left != before.left || window.top != before.top;
-  if (placed || ::IsWindowVisible(m_hWnd)) return;
-  CRect area;
-  if (owner != nullptr && ::IsWindowVisible(owner)) {
-    ::GetWindowRect(owner, &area);
-  } else {
-    ::SystemParametersInfoA(SPI_GETWORKAREA, 0, static_cast<RECT*>(&area), 0);
-  }
-  ::SetWindowPos(m_hWnd, nullptr, area.left + (area.Width() - window.Width()) / 2,
-                 area.top + (area.Height() - window.Height()) / 2, 0, 0,
-                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  const bool moved = window.left != before.left || window.top != before.top;
+  if (moved || !IsUnplaced(m_templateId) || ::IsWindowVisible(m_hWnd)) return;
+  const HWND owner = ::GetWindow(m_hWnd, GW_OWNER);
+  const bool ownerShows = owner != nullptr && ::IsWindowVisible(owner) && !::IsIconic(owner);
+  const CRect screen = WorkArea(ownerShows ? owner : m_hWnd);
+  CRect area = screen;
+  if (ownerShows) ::GetWindowRect(owner, &area);
+  const LONG x = Within(screen.left, screen.right, window.Width(),
+                        area.left + (area.Width() - window.Width()) / 2);
+  const LONG y = Within(screen.top, screen.bottom, window.Height(),
+                        area.top + (area.Height() - window.Height()) / 2);
+  ::SetWindowPos(m_hWnd, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }

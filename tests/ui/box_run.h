@@ -39,6 +39,12 @@ class BoxRun {
     PressKey(Focus(), key);
     return answer_.get();
   }
+  /// @return what the box answers when it ends by itself.
+  int Answer() { return answer_.get(); }
+  /// Moves the focus to one of its controls.
+  void SetFocusTo(int id) const {
+    SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(window_, id)), TRUE);
+  }
   /// Clicks with the mouse's messages. @return what the box answered.
   int ClickOn(int button) {
     HWND control = GetDlgItem(window_, button);

@@ -129,6 +129,12 @@ TEST_F(DetailWindow, ItIsModalToTheHandController) {
   OpenDetail();
   EXPECT_FALSE(IsWindowEnabled(window));
   EXPECT_EQ(GetWindow(detail, GW_OWNER), window);
+  RECT around = {};
+  RECT own = {};
+  GetWindowRect(window, &around);
+  GetWindowRect(detail, &own);
+  EXPECT_NEAR(own.left + own.right, around.left + around.right, 1) << "in its middle";
+  EXPECT_NEAR(own.top + own.bottom, around.top + around.bottom, 1);
   Close();
   EXPECT_TRUE(IsWindowEnabled(window));
 }

@@ -99,6 +99,7 @@ TEST_F(HandController, SyncAsksFirst) {
   Click(box, IDOK);
   EXPECT_TRUE(WaitUntilGone(box));
   EXPECT_TRUE(IsWindowEnabled(window));
+  host.Do([&] { EXPECT_EQ(GetActiveWindow(), window); });
   EXPECT_TRUE(mount.WaitFor("$ALIGN=", 3000));
 }
 

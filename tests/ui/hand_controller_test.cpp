@@ -55,6 +55,20 @@ TEST_F(HandControllerTest, TheSliderOpensAtItsFastEnd) {
   EXPECT_EQ(SendDlgItemMessageW(window, kSlider, TBM_GETNUMTICS, 0, 0), 9);
 }
 
+TEST_F(HandControllerTest, TheSliderDrawsNoFocusRectangle) {
+  HWND slider = GetDlgItem(window, kSlider);
+  controller.host.Do([&] {
+    SetFocus(slider);
+    ASSERT_EQ(GetFocus(), slider);
+    UpdateWindow(slider);
+    HDC dc = GetDC(slider);
+    int dots = 0;
+    for (int x = 0; x < ClientOf(slider).right; ++x) dots += GetPixel(dc, x, 0) != RGB(34, 34, 34);
+    ReleaseDC(slider, dc);
+    EXPECT_EQ(dots, 0);
+  });
+}
+
 TEST_F(HandControllerTest, AHeldButtonPushesAboutTenTimesASecondAndReleasesOnce) {
   Hold(kNorth, true);
   const auto begin = std::chrono::steady_clock::now();

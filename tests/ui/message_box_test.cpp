@@ -4,6 +4,7 @@
 
 #include "tests/ui/box_run.h"
 #include "tests/ui/message_sounds.h"
+#include "tests/ui/ui_thread.h"
 
 namespace {
 
@@ -134,6 +135,123 @@ TEST(MessageBoxTest, EnterAnswersOkOrYes) {
        {std::pair{MB_OK, IDOK}, {MB_OKCANCEL, IDOK}, {MB_YESNO, IDYES}, {MB_YESNOCANCEL, IDYES}}) {
     BoxRun box("text", static_cast<UINT>(type));
     EXPECT_EQ(box.PressKeyInFocus(VK_RETURN), answer) << type;
+  }
+}
+
+TEST(MessageBoxTest, EnterAnswersForTheButtonWithTheFocus) {
+  struct {
+    UINT type;
+    int focus, answer;
+  } const cases[] = {
+      {MB_YESNO, IDOK, IDYES},
+      {MB_YESNO, IDCANCEL, IDNO},
+      {MB_OKCANCEL, IDCANCEL, IDCANCEL},
+      {MB_YESNOCANCEL, IDCANCEL, IDNO},
+      {MB_YESNOCANCEL, kThird, IDCANCEL},
+  };
+  for (const auto& each : cases) {
+    BoxRun box("text", each.type);
+    box.SetFocusTo(each.focus);
+    ASSERT_EQ(GetDlgCtrlID(box.Focus()), each.focus);
+    EXPECT_EQ(box.PressKeyInFocus(VK_RETURN), each.answer) << each.type << ' ' << each.focus;
+  }
+  BoxRun second("text", MB_YESNO | MB_DEFBUTTON2);
+  EXPECT_EQ(second.PressKeyInFocus(VK_RETURN), IDNO);
+}
+
+// The thread is told to end, as a host's is when its program is closed.
+TEST(MessageBoxTest, ABoxThatTheEndOfItsThreadClosesAgreedToNothing) {
+  for (const UINT type : {MB_OK, MB_OKCANCEL, MB_YESNO, MB_YESNOCANCEL}) {
+    BoxRun box("text", type);
+    PostThreadMessageW(GetWindowThreadProcessId(box.Window(), nullptr), WM_QUIT, 0, 0);
+    EXPECT_EQ(box.Answer(), IDCANCEL) << type;
+    EXPECT_FALSE(IsWindow(box.Window()));
+  }
+}
+
+// A box on a thread that has a window, which waits for the answer.
+class OwnedBoxTest : public testing::Test {
+ protected:
+  void Open(UINT type) {
+    App();
+    host.Do([&] { SetActiveWindow(host.Window()); });
+    host.Begin([this, type] { answer.set_value(AfxMessageBox("text", type)); });
+    box = ui_test::WaitForDialogWith(kText);
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(GetWindow(box, GW_OWNER), host.Window());
+    EXPECT_FALSE(IsWindowEnabled(host.Window()));
+  }
+  bool IsActive(HWND window) const {
+    HWND active = nullptr;
+    host.Do([&] { active = GetActiveWindow(); });
+    return active == window;
+  }
+
+  const UiThread host;
+  std::promise<int> answer;
+  HWND box = nullptr;
+};
+
+TEST_F(OwnedBoxTest, TheWindowWaitsAndIsActiveAgainAfterTheAnswer) {
+  Open(MB_OKCANCEL);
+  EXPECT_TRUE(IsActive(box));
+  PostMessageW(box, WM_COMMAND, IDOK, 0);
+  EXPECT_EQ(answer.get_future().get(), IDOK);
+  EXPECT_TRUE(IsWindowEnabled(host.Window()));
+  EXPECT_TRUE(IsActive(host.Window()));
+}
+
+TEST_F(OwnedBoxTest, ABoxThatIsDestroyedAgreedToNothing) {
+  Open(MB_OK);
+  host.Do([&] { DestroyWindow(box); });
+  EXPECT_EQ(answer.get_future().get(), IDCANCEL);
+  EXPECT_TRUE(IsWindowEnabled(host.Window()));
+}
+
+TEST_F(OwnedBoxTest, ItStandsInTheMiddleOfItsWindow) {
+  Open(MB_OK);
+  RECT around = {};
+  RECT own = {};
+  GetWindowRect(host.Window(), &around);
+  GetWindowRect(box, &own);
+  EXPECT_NEAR(own.left + own.right, around.left + around.right, 1);
+  EXPECT_NEAR(own.top + own.bottom, around.top + around.bottom, 1);
+  PostMessageW(box, WM_COMMAND, IDOK, 0);
+  answer.get_future().wait();
+}
+
+TEST_F(OwnedBoxTest, ItStaysOnTheScreen) {
+  RECT area = {};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+  const POINT corners[] = {{area.left - 50, area.top - 50}, {area.right - 50, area.bottom - 50}};
+  for (const POINT& corner : corners) {
+    SetWindowPos(host.Window(), nullptr, corner.x, corner.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    answer = {};
+    Open(MB_OK);
+    RECT own = {};
+    GetWindowRect(box, &own);
+    if (corner.x < area.left) {
+      EXPECT_EQ(own.left, area.left);
+      EXPECT_EQ(own.top, area.top);
+    } else {
+      EXPECT_EQ(own.right, area.right);
+      EXPECT_EQ(own.bottom, area.bottom);
+    }
+    PostMessageW(box, WM_COMMAND, IDOK, 0);
+    answer.get_future().wait();
+  }
+}
+
+TEST(MessageBoxTest, WithoutAWindowItStandsInTheMiddleOfTheScreen) {
+  for (const std::string text : {"", "one", "one\ntwo\nthree"}) {
+    const BoxRun box(text, MB_OK);
+    EXPECT_EQ(GetWindow(box.Window(), GW_OWNER), nullptr);
+    RECT area = {};
+    RECT own = {};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    GetWindowRect(box.Window(), &own);
+    EXPECT_NEAR(own.left + own.right, area.left + area.right, 1);
+    EXPECT_NEAR(own.top + own.bottom, area.top + area.bottom, 1);
   }
 }
 

@@ -206,6 +206,19 @@ TEST_P(Slider, HasALitThumbWhileItIsPressed) {
   EXPECT_EQ(Look(*this).Count(kPressedThumb), 0);
 }
 
+// The release then comes to somebody else.
+TEST_P(Slider, LetsGoOfItsThumbWhenTheMouseIsTakenAway) {
+  Make(TBS_NOTICKS);
+  Press(slider.m_hWnd, slider.GetThumbRect().TopLeft());
+  ASSERT_EQ(::GetCapture(), slider.m_hWnd);
+  EXPECT_GT(Look(*this).Count(kPressedThumb), 0);
+  ::UpdateWindow(slider.m_hWnd);
+  ::SetCapture(parent.m_hWnd);
+  EXPECT_TRUE(::GetUpdateRect(slider.m_hWnd, nullptr, FALSE));
+  EXPECT_EQ(Look(*this).Count(kPressedThumb), 0);
+  ::ReleaseCapture();
+}
+
 TEST_P(Slider, KeepsItsThumbAtRestWhenThePressIsBesideIt) {
   Make(TBS_NOTICKS);
   const CRect client = slider.GetClientRect();
