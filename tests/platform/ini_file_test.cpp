@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
 #include <string>
 
 #include "tests/support/file_text.h"
@@ -43,6 +44,30 @@ TEST_F(IniFile, GivesTheFallbackWithoutFileSectionOrKey) {
   EXPECT_EQ(Read("Missing", "Stop"), "none");
   EXPECT_EQ(Read("Mount", "Sto"), "none");
   EXPECT_EQ(Read("Mount", "Goto2"), "none");
+}
+
+// The system's own calls have room for 260 characters, and do not all look.
+TEST_F(IniFile, GivesTheFallbackForANameThatIsNoPath) {
+  for (const size_t length : {1, 200, 248, 249, 250, 258, 259, 260, 261, 300, 10000}) {
+    for (const std::string& name : {std::string(length, 'x'), "C:\\" + std::string(length, 'x'),
+                                    path + std::string(length, 'x')}) {
+      char buffer[16];
+      platform::ReadIniText(name.c_str(), name.c_str(), name.c_str(), "none", buffer,
+                            sizeof buffer);
+      EXPECT_STREQ(buffer, "none") << name.size() << " characters";
+    }
+  }
+}
+
+TEST_F(IniFile, MayHaveALongPath) {
+  std::filesystem::path deep = folder.Path();
+  while (TempFolder::WidePath(deep).size() < 210) deep /= "a-folder-of-33-characters-xxxxxxxx";
+  std::filesystem::create_directories(deep);
+  WriteWholeFile(deep / "host.ini", "[Mount]\r\nStop=1\r\n");
+  char buffer[16];
+  platform::ReadIniText(TempFolder::NarrowPath(deep / "host.ini").c_str(), "Mount", "Stop", "none",
+                        buffer, sizeof buffer);
+  EXPECT_STREQ(buffer, "1");
 }
 
 TEST_F(IniFile, LooksForTheKeyInItsSectionOnly) {
