@@ -63,14 +63,15 @@ TEST_F(FullDisk, CostsTheJournalAndNothingElse) {
   driver.SetLogPrefix(nullptr, "scope");
   FillTheDisk();
   int handles = 0;
-  for (int round = 0; round < 4; ++round) {
+  for (int round = 0; round < 9; ++round) {
     StartSession();
     LoseAReply();
     EXPECT_EQ(driver.End(nullptr), 1);
     EXPECT_THAT(FilesBesideTheLinks(), testing::IsEmpty()) << "written to another name";
     if (round == 0) handles = ReadProcessFigures().handles;
   }
-  EXPECT_LE(ReadProcessFigures().handles, handles) << "a file stays open";
+  // A file of each of the eight rounds would show; a lock of this test may take one for itself.
+  EXPECT_LT(ReadProcessFigures().handles, handles + 4) << "files stay open";
   // With room again, all of it is written.
   driver.SetLogPrefix(nullptr, "roomy");
   StartSession();

@@ -10,9 +10,15 @@ namespace {
 
 using Limits = std::numeric_limits<double>;
 
-const std::vector<double> kNumbers = {Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(),
-                                      1e308,               -1e308,             Limits::denorm_min(),
-                                      -0.0,                2147483648.0,       -2147483649.0};
+const std::vector<double> kNumbers = {Limits::quiet_NaN(),
+                                      Limits::infinity(),
+                                      -Limits::infinity(),
+                                      1e308,
+                                      -1e308,
+                                      Limits::denorm_min(),
+                                      -0.0,
+                                      2147483648.0,
+                                      -2147483649.0};
 const std::vector<int32_t> kWholeNumbers = {INT_MIN, INT_MIN + 1, -1, 0, 13, INT_MAX - 1, INT_MAX};
 
 class ExtremeNumbers : public EngineTest {
