@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+// What one late reply costs: replies carry no number, so it is taken for the answer to the next
+// query of its kind, and so on until the session is begun anew.
+#include <algorithm>
+#include <climits>
+
+#include "tests/dll/driver_fixture.h"
+#include "tests/support/file_text.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using testing::AllOf;
+using testing::Contains;
+using testing::Each;
+using testing::EndsWith;
+using testing::Not;
+
+class LateReply : public DriverTest {
+ protected:
+  static constexpr int kLateMs = 650;  // the driver waits for 500
+  static constexpr int kLatePoll = 5;
+
+  /// The mount tells in its declination which status query it answers, counted from 1.
+  static simulator::ScriptedReply AnswerTo(int poll) {
+    return "$MTSTA=60000.5,1,0,0,0,45.0,10,20,6.0," + std::to_string(poll) + ",4";
+  }
+  void OneReplyComesLate() {
+    std::vector<simulator::ScriptedReply> replies;
+    for (int poll = 1; poll <= 600; ++poll) {
+      replies.push_back(poll == kLatePoll ? Late(AnswerTo(poll), kLateMs) : AnswerTo(poll));
+    }
+    controller.AnswersInTurn("$MTSTA?", replies);
+  }
+  /// @return by how many queries the position was behind at the best moment of so many polls.
+  int QueriesBehind(int polls) {
+    const int end = controller.CountOf("$MTSTA?") + polls;
+    int least = INT_MAX;
+    EXPECT_TRUE(Eventually(
+        [&] {
+          double radec[2];
+          driver.GetPos(nullptr, radec);
+          const int asked = controller.CountOf("$MTSTA?");
+          least = std::min(least, asked - static_cast<int>(radec[1]));
+          return asked >= end;
+        },
+        kSoon));
+    return least;
+  }
+  std::vector<std::string> JournalLines() {
+    std::vector<std::string> lines;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.Path())) {
+      std::string text = ReadWholeFile(entry.path()).value_or("");
+      for (size_t end; (end = text.find("\r\n")) != std::string::npos; text.erase(0, end + 2)) {
+        lines.push_back(text.substr(0, end));
+      }
+    }
+    return lines;
+  }
+  void BecomesShifted() {
+    OneReplyComesLate();
+    ASSERT_EQ(Start(), 1);
+    ASSERT_TRUE(controller.WaitForCount("$MTSTA?", kLatePoll + 2, kSoonMs));
+  }
+};
+
+TEST_F(LateReply, PutsThePositionOneQueryBehindForTheRestOfTheSession) {
+  OneReplyComesLate();
+  ASSERT_EQ(Start(), 1);
+  ASSERT_TRUE(controller.WaitForCount("$MTSTA?", 2, kSoonMs));
+  EXPECT_EQ(QueriesBehind(2), 0);
+  ASSERT_TRUE(controller.WaitForCount("$MTSTA?", kLatePoll + 2, kSoonMs));
+  EXPECT_GE(QueriesBehind(10), 1);
+  EXPECT_GE(QueriesBehind(10), 1) << "nothing puts it right";
+
+  EXPECT_EQ(driver.End(nullptr), 1);
+  // The keys agree: the journal tells of the one query that got no answer in time, and no more.
+  EXPECT_THAT(JournalLines(), AllOf(Contains(EndsWith(" $MTSTA? : TimeOut")),
+                                    Each(Not(EndsWith("Return Value Mismatch")))));
+  ASSERT_EQ(Start(), 1);
+  const int asked = controller.CountOf("$MTSTA?");
+  ASSERT_TRUE(controller.WaitForCount("$MTSTA?", asked + 2, kSoonMs));
+  EXPECT_EQ(QueriesBehind(5), 0) << "a new session helps";
+}
+
+TEST_F(LateReply, HidesThatATargetIsBelowTheHorizon) {
+  const double target[2] = {83.633, 22.0145};
+  controller.Answers("$MTTGT=", "$MTTGT=BELOWHORIZON");
+  ASSERT_NO_FATAL_FAILURE(BecomesShifted());
+  driver.Look(nullptr, target);
+  ASSERT_TRUE(controller.WaitFor("$MTTGT=", kSoonMs));
+  EXPECT_TRUE(PollsAgain()) << "a box would keep the worker from it";
+  EXPECT_FALSE(FindMessageBox());
+  EXPECT_EQ(driver.End(nullptr), 1);
+  EXPECT_THAT(JournalLines(),
+              Contains(AllOf(testing::HasSubstr(" $MTTGT="), EndsWith("Return Value Mismatch"))));
+
+  ASSERT_EQ(Start(), 1);
+  driver.Look(nullptr, target);
+  const auto box = WaitForMessageBox(kSoon);
+  ASSERT_TRUE(box) << "a new session helps";
+  EXPECT_TRUE(PressOk(*box));
+}
+
+}  // namespace
