@@ -10,10 +10,14 @@
  * no error code: what the user has to know is told in a message box.
  *  - Angles are degrees in double precision, right ascension too (0 to 360, not hours). A position
  *    is two doubles: [0] right ascension, [1] declination, in the controller's own frame; the
- *    driver converts no epoch. Numbers are passed on as they are, their ranges are not checked.
- *  - Texts are zero-terminated, in the system's narrow code page. Null counts as an empty text.
+ *    driver converts no epoch. Numbers are passed on as they are, their ranges are not checked:
+ *    what is no number or endless is sent as "nan", "inf" or "-inf", for the controller to refuse.
+ *  - Texts are zero-terminated, of any length, in the system's narrow code page. Null counts as an
+ *    empty text. A text that makes no sense (an address that is none, a file that is not there)
+ *    makes no call crash or wait; its comment tells what it does instead.
  *  - What a pointer points to is the host's. It is read, or written, before the call returns, and
- *    never kept.
+ *    never kept. Null is allowed everywhere; a pointer to memory that is not the host's, or smaller
+ *    than said here, is not noticed.
  *  - "Queues" means: the call stores its arguments, puts the request in the worker's queue and
  *    returns 1 at once. The worker sends it within one cycle (100 ms, 50 ms after the first hand
  *    move) when it is idle, and after the requests before it when it is not. Arguments are kept
@@ -27,8 +31,9 @@
  *
  * Calling order: the TelescopeSet... texts, optionally TelescopeCheck, TelescopeStart,
  * TelescopeBaseSetting, then queries and commands in any mix, and TelescopeEnd exactly once for
- * each successful TelescopeStart. What the last session knew (position, target, flags) is still
- * there at the next start.
+ * each successful TelescopeStart. A call out of this order, or twice, does no harm: it answers as
+ * its comment says for the state it finds. What the last session knew (position, target, flags) is
+ * still there at the next start.
  *
  * Unloading the library while a session runs is safe: the worker keeps it loaded, and the session
  * goes on until the process ends or the host loads the library again and calls TelescopeEnd. A
@@ -101,7 +106,8 @@ typedef int32_t (*TelescopeSetVendorFn)(TelescopeWindow, const char*);
 /** Stores where the meridian overrides are read from at each TelescopeStart: the keys
  *  "_OverrideMeridianStopPoint" (0.0 when missing) and "_OverrideMeridianGoto" (3.0 when missing).
  *  They are sent to the controller at every start, missing or not.
- *  @param iniFile full path of an INI file; a bare name is looked up in the Windows folder
+ *  @param iniFile full path of an INI file; a bare name is looked up in the Windows folder. A path
+ *         of more than 259 characters counts as a missing file
  *  @param section name of its section, without brackets
  *  @return 1. */
 VELQUIN_API int32_t TelescopeSetIni(TelescopeWindow window, const char* iniFile,
@@ -112,7 +118,8 @@ typedef int32_t (*TelescopeSetIniFn)(TelescopeWindow, const char*, const char*);
  *  too long since the library was loaded. Each TelescopeEnd writes all of them, into a new file,
  *  unless there are none.
  *  @param path a folder that exists; put in front of the file name as it stands, so it must end
- * with a separator. Empty means the current folder
+ *         with a separator. Empty means the current folder. Where the file cannot be made, or the
+ *         disk is full, there is no journal or only its beginning, and nobody is told
  *  @return 1. */
 VELQUIN_API int32_t TelescopeSetLogPath(TelescopeWindow window, const char* path);
 typedef int32_t (*TelescopeSetLogPathFn)(TelescopeWindow, const char*);
@@ -130,6 +137,7 @@ typedef int32_t (*TelescopeSetLogPrefixFn)(TelescopeWindow, const char*);
  *  0.5 s for each that stays unanswered, plus the look-up of a host name; shows no message.
  *  While a session runs (or is being started or ended) the link is left alone: the answer comes
  *  from the running session's version text, whatever the address, and the owner window stays.
+ *  A host name that is not found costs the process one socket for good, here and in TelescopeStart.
  *  @param window becomes the owner of the hand-controller window, when no session runs
  *  @param address dotted IPv4 address or host name; the port is always 60023
  *  @param unused ignored
@@ -162,7 +170,8 @@ typedef int32_t (*TelescopeStartFn)(TelescopeWindow, const char*, void*, int32_t
 
 /** Ends the session: writes the time-out journal, closes the hand-controller window, lets the
  *  worker finish the requests before the close and waits for it without a time limit (a message
- *  box that the worker shows must be answered first). Harmless without a session.
+ *  box that the worker shows must be answered first, guide pulses run to their end). Harmless
+ *  without a session.
  *  @return 1. */
 VELQUIN_API int32_t TelescopeEnd(TelescopeWindow window);
 typedef int32_t (*TelescopeEndFn)(TelescopeWindow);
@@ -172,7 +181,8 @@ typedef int32_t (*TelescopeEndFn)(TelescopeWindow);
  *  site and is ready to observe. That last command comes behind whatever is queued until then: a
  *  goto asked for at once is undone by it, and after TelescopeEnd at once it goes out at the
  *  beginning of the next session. So wait a second after this call; see docs/hosts.md.
- *  A failure is written to the debugger's output only.
+ *  A failure is written to the debugger's output only. A date or time of day that does not exist is
+ *  sent as it is; a zone that does not fit 32 bits is sent as the nearest that does.
  *  @param time null leaves everything as it is
  *  @param location null leaves everything as it is
  *  @return 1. */
@@ -185,7 +195,8 @@ typedef int32_t (*TelescopeBaseSettingFn)(TelescopeWindow, const SiteTime*, cons
 /** Copies the last position read from the mount. It is read about ten times a second.
  *  @param radec receives two doubles, degrees, in every case: -1, -1 before the first poll, later
  *         the last good position; null makes the result 0
- *  @return 0 when more than 10 polls in a row have failed or no position has been read, else 1. */
+ *  @return 0 when more than 10 polls in a row have failed, no position has been read, or its right
+ *          ascension is negative, else 1. */
 VELQUIN_API int32_t TelescopeGetPos(TelescopeWindow window, double* radec);
 typedef int32_t (*TelescopeGetPosFn)(TelescopeWindow, double*);
 
@@ -243,8 +254,8 @@ typedef int32_t (*TelescopeStopFn)(TelescopeWindow);
  *  a hand move is the last request in the queue change that one instead of adding another.
  *  @param direction 1 north, 2 south, 3 east, 4 west; any other moves nothing
  *  @param push non-zero while held; 0 at the release, which sends nothing
- *  @param speed step 0 to 9. The rate, in the controller's unit, is 25 for each step plus 0.5, and
- *         never less than 0.5 nor more than 200
+ *  @param speed step 0 to 9; any number is taken. The rate, in the controller's unit, is 25 for
+ *         each step plus 0.5, and never less than 0.5 nor more than 200
  *  @return 1. */
 VELQUIN_API int32_t TelescopeSlew(TelescopeWindow window, int32_t direction, int32_t push,
                                   int32_t speed);
@@ -252,7 +263,8 @@ typedef int32_t (*TelescopeSlewFn)(TelescopeWindow, int32_t, int32_t, int32_t);
 
 /** Sends guide pulses; queues. One after the other north, south, east, west, each followed by a
  *  pause of 50 ms; a length that is not positive is left out. Until the last one has ended no
- *  status is read and no other request is sent, a stop neither.
+ *  status is read, no other request is sent, a stop neither, and TelescopeEnd waits: INT32_MAX are
+ *  25 days.
  *  @param northMs length, milliseconds
  *  @param southMs length, milliseconds
  *  @param eastMs length, milliseconds

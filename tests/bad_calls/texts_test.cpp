@@ -8,6 +8,7 @@
 #include "tests/bad_calls/box_answerer.h"
 #include "tests/bad_calls/guarded_memory.h"
 #include "tests/dll/driver_fixture.h"
+#include "tests/endurance/process_figures.h"
 
 namespace {
 
@@ -56,6 +57,14 @@ TEST_F(Texts, OfAnyKindAreNoAddress) {
   EXPECT_EQ(CheckAt("127.0.0.1.1"), 0);
   EXPECT_EQ(CheckAt("no-such-host.invalid"), 0);
   StartSession();
+}
+
+// The link never gives back the socket that it opened before it asked for the name.
+TEST_F(Texts, ThatNameNoHostCostASocketEach) {
+  CheckAt("no-such-host.invalid");
+  const int sockets = ReadProcessFigures().sockets;
+  for (int i = 0; i < 5; ++i) CheckAt("no-such-host.invalid");
+  EXPECT_EQ(ReadProcessFigures().sockets, sockets + 5);
 }
 
 TEST_F(Texts, OfAnyKindMayBeTheTitleOfABox) {
