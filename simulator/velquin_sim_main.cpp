@@ -49,6 +49,19 @@ std::string CheckClock(const std::string& text) {
   return "'" + text + "' is neither now nor a time YYYY-MM-DDTHH:MM:SS of the years 1900 to 2199";
 }
 
+/// Four plain numbers; unlike the argument parser's own check it lets no blanks and no leading
+/// zeros pass, which the system would take for another address.
+std::string CheckAddress(const std::string& text) {
+  int a = 0, b = 0, c = 0, d = 0;
+  char rest = '\0';
+  const int read = std::sscanf(text.c_str(), "%3d.%3d.%3d.%3d%c", &a, &b, &c, &d, &rest);
+  if (read == 4 && simulator::Formatted("%d.%d.%d.%d", a, b, c, d) == text &&
+      std::max({a, b, c, d}) <= 255 && std::min({a, b, c, d}) >= 0) {
+    return "";
+  }
+  return "'" + text + "' is no IPv4 address such as 127.0.0.1";
+}
+
 /// Numbers of a range; unlike the argument parser's own check it lets no "nan" pass.
 CLI::Validator Within(double low, double high) {
   const auto check = [low, high](const std::string& text) -> std::string {
@@ -61,7 +74,7 @@ CLI::Validator Within(double low, double high) {
 void DeclareController(CLI::App& app, ProgramOptions& options) {
   app.add_option("--address", options.simulator.address,
                  "IPv4 address of this machine to listen on")
-      ->check(CLI::Validator(CLI::ValidIPV4).description(""))
+      ->check(CheckAddress)
       ->type_name("IPV4");
   app.add_option("--port", options.simulator.port, "UDP port to listen on")
       ->check(Within(1, 65535))
@@ -172,7 +185,12 @@ void DeclareFaults(CLI::App& app, ProgramOptions& options) {
 }
 
 int ReportWrongArguments(std::string reason) {
-  std::replace(reason.begin(), reason.end(), '\n', ' ');
+  // One line that a terminal can show, whatever was typed.
+  constexpr size_t kHalf = 150;
+  if (reason.size() > 2 * kHalf) reason.replace(kHalf, reason.size() - 2 * kHalf, " ... ");
+  std::replace_if(
+      reason.begin(), reason.end(), [](char c) { return (c >= '\0' && c < ' ') || c == '\x7f'; },
+      ' ');
   std::fprintf(stderr, "velquin-sim: %s (--help tells the options)\n", reason.c_str());
   return kExitWrongArguments;
 }

@@ -38,13 +38,18 @@ class Soak : public testing::Test {
   /// Threads, handles and sockets are as many as they were, and the pages do not grow.
   void ExpectFlatProcess() const;
   /// What the library holds is to the byte what it held at the first point, but for the failures
-  /// that its journal tells of. Call it after the end of the session.
+  /// that its journal tells of. Call it after the end of the session, like Report.
   void ExpectFlatLibrary() const;
+  /// What the library holds has grown by its journal and nothing else: to the byte, as long as all
+  /// failures are those of status queries.
+  void ExpectGrownByTheJournal(int64_t bytesBefore) const;
 
   /// @return the lines of the journal that was written last; none without a journal.
   std::vector<std::string> JournalLines() const;
   /// @return what the library's list of failures takes when these are its lines.
   static int64_t JournalBytes(const std::vector<std::string>& lines);
+  /// @return the most it can take: the same, when all are failures of status queries.
+  static int64_t MostJournalBytes(const std::vector<std::string>& lines);
 
   TempFolder journals;
   SteadyController controller;

@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: MIT
+// Every command, argument and option with everything that one can get wrong: refused, in one line.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "console/command_line.h"
+#include "console/failure.h"
+
+namespace velquinctl {
+namespace {
+
+using Words = std::vector<std::string>;
+
+const std::string kLong(10'000, 'x');
+
+/// Every command with the least that it needs.
+const std::map<std::string, Words> kCommands = {
+    {"check", {"m"}},
+    {"status", {"m"}},
+    {"monitor", {"m"}},
+    {"goto", {"m", "5h", "10"}},
+    {"sync", {"m", "5h", "10"}},
+    {"stop", {"m"}},
+    {"home", {"m"}},
+    {"park", {"m"}},
+    {"unpark", {"m"}},
+    {"slew", {"m", "north"}},
+    {"pulse", {"m", "--north", "10"}},
+    {"guide-speed", {"m", "0.5", "0.5"}},
+    {"site", {"m", "--latitude", "35", "--longitude", "135"}},
+    {"align-reset", {"m"}},
+    {"ini", {"m", "mount.ini", "Mount"}},
+    {"dialog", {"m"}},
+    {"run", {"evening.txt"}},
+};
+
+/// Options that take a number, and a command that has them.
+const std::map<std::string, std::string> kNumberOptions = {
+    {"--timeout", "status"}, {"--interval", "monitor"}, {"--tolerance", "goto"},
+    {"--speed", "slew"},     {"--for", "slew"},         {"--north", "pulse"},
+    {"--south", "pulse"},    {"--east", "pulse"},       {"--west", "pulse"},
+    {"--rate-ra", "pulse"},  {"--rate-dec", "pulse"},   {"--latitude", "site"},
+    {"--longitude", "site"}, {"--zone", "site"},
+};
+
+const Words kNoNumbers = {
+    " ",   "nan",  "-nan", "inf",  "-inf",     "0x10",  "1,5",    "1 2",   "1.5.2",
+    "--",  "-",    "5h",   "e5",   "1e",       "1e999", "-1e308", "1e308", "99999999999999999999",
+    kLong, "%s%n", "\n",   "a\nb", "\x1B[31m", "\xFF",  "--json"};
+
+Words Line(const std::string& command, Words more = {}) {
+  Words words = {command};
+  const Words& least = kCommands.at(command);
+  words.insert(words.end(), least.begin(), least.end());
+  words.insert(words.end(), more.begin(), more.end());
+  return words;
+}
+
+void ExpectTaken(const Words& words) {
+  EXPECT_NO_THROW(ParseCommandLine(words, {})) << testing::PrintToString(words);
+}
+
+/// One line of a length that one can read, which names the command that was meant.
+void ExpectRefused(const Words& words) {
+  try {
+    ParseCommandLine(words, {});
+    ADD_FAILURE() << "taken: " << testing::PrintToString(words).substr(0, 200);
+  } catch (const Failure& failure) {
+    const std::string text = failure.what();
+    EXPECT_EQ(failure.Code(), ExitCode::kWrongUsage);
+    EXPECT_NE(text, "");
+  } catch (const std::exception& other) {
+    ADD_FAILURE() << other.what() << ": " << testing::PrintToString(words).substr(0, 200);
+  }
+}
+
+TEST(WrongArguments, TheLeastThatACommandNeedsIsTakenAndLessIsNot) {
+  for (const auto& [command, least] : kCommands) {
+    ExpectTaken(Line(command));
+    for (size_t count = 0; count < least.size(); ++count) {
+      Words words = {command};
+      words.insert(words.end(), least.begin(), least.begin() + static_cast<ptrdiff_t>(count));
+      ExpectRefused(words);
+    }
+  }
+}
+
+TEST(WrongArguments, AWordTooManyIsRefused) {
+  for (const auto& [command, least] : kCommands) {
+    if (command == "dialog") continue;  // takes a target
+    for (const std::string& word : {std::string("word"), std::string(), kLong, std::string("5")}) {
+      ExpectRefused(Line(command, {word}));
+    }
+  }
+  ExpectRefused({"dialog", "m", "5h"});
+  ExpectRefused({"dialog", "m", "5h", "10", "20"});
+}
+
+TEST(WrongArguments, AnOptionThatIsNoneIsRefused) {
+  for (const auto& [command, least] : kCommands) {
+    for (const char* option : {"--bogus", "-x", "--bogus=5", "--JSON", "--time", "--for=-"}) {
+      ExpectRefused(Line(command, {option}));
+    }
+  }
+}
+
+TEST(WrongArguments, AnOptionWithoutItsValueIsRefused) {
+  for (const auto& [option, command] : kNumberOptions) ExpectRefused(Line(command, {option}));
+  for (const char* option : {"--library", "--name", "--log-path", "--log-prefix", "--progress"}) {
+    ExpectRefused(Line("status", {option}));
+  }
+}
+
+TEST(WrongArguments, AnOptionGivenTwiceIsRefused) {
+  for (const auto& [option, command] : kNumberOptions) {
+    ExpectRefused(Line(command, {option, "5", option, "5"}));
+  }
+  ExpectRefused(Line("status", {"--name", "a", "--name", "b"}));
+}
+
+TEST(WrongArguments, WhatIsNoNumberIsRefused) {
+  for (const auto& [option, command] : kNumberOptions) {
+    for (const std::string& text : kNoNumbers) ExpectRefused(Line(command, {option + "=" + text}));
+  }
+  for (const std::string& text : kNoNumbers) {
+    ExpectRefused({"guide-speed", "m", text, "0.5"});
+    ExpectRefused({"guide-speed", "m", "0.5", text});
+  }
+}
+
+TEST(WrongArguments, ANumberOutOfItsRangeIsRefused) {
+  const std::vector<std::pair<std::string, Words>> ranges = {
+      {"--timeout", {"0", "-1", "604801"}}, {"--interval", {"0", "0.09", "3600.1", "-1"}},
+      {"--tolerance", {"0", "36001"}},      {"--speed", {"-1", "10", "1.5"}},
+      {"--for", {"0", "-1", "604801"}},     {"--north", {"-1", "60001", "0.5"}},
+      {"--south", {"-1", "60001", "0.5"}},  {"--east", {"-1", "60001", "0.5"}},
+      {"--west", {"-1", "60001", "0.5"}},   {"--rate-ra", {"200.1", "-200.1"}},
+      {"--rate-dec", {"200.1", "-200.1"}},  {"--latitude", {"90.1", "-90.1"}},
+      {"--longitude", {"360.1", "-180.1"}}, {"--zone", {"14.1", "-14.1"}},
+  };
+  for (const auto& [option, values] : ranges) {
+    for (const std::string& value : values) {
+      ExpectRefused(Line(kNumberOptions.at(option), {option, value}));
+    }
+  }
+}
+
+TEST(WrongArguments, WhatIsNoPositionIsRefused) {
+  for (const std::string& text : kNoNumbers) {
+    if (text == "5h" || text == "1 2") continue;  // one hour, two minutes
+    ExpectRefused({"goto", "m", text, "10"});
+    ExpectRefused({"goto", "m", "5h", text});
+    ExpectRefused({"sync", "m", text, "10"});
+    ExpectRefused({"dialog", "m", "5h", text});
+  }
+  for (const char* ra : {"24h", "-1h", "5h60m", "5h10m60s", "5:60:00", "360", "-0.1", "h"}) {
+    ExpectRefused({"goto", "m", ra, "10"});
+  }
+  for (const char* dec : {"90.1", "-90.1", "+91d", "10d60m", "10:00:60", "5h", "d"}) {
+    ExpectRefused({"goto", "m", "5h", dec});
+  }
+}
+
+TEST(WrongArguments, WhatIsNoAddressIsRefused) {
+  for (const std::string& text : {std::string(), std::string(" "), std::string("a b"),
+                                  std::string("a\nb"), std::string("\x1B[31m")}) {
+    for (const auto& [command, least] : kCommands) {
+      if (command == "run") continue;
+      Words words = Line(command);
+      words[1] = text;
+      ExpectRefused(words);
+    }
+  }
+}
+
+TEST(WrongArguments, WhatIsNoneOfAFewWordsIsRefused) {
+  for (const std::string& text : {std::string(), std::string("North"), std::string("n"), kLong}) {
+    ExpectRefused({"slew", "m", text});
+    ExpectRefused(Line("status", {"--progress=" + (text.empty() ? "x" : text)}));
+  }
+  for (const char* text : {"yesterday", "2026-13-01T00:00", "2026-11-21", "24:00"}) {
+    ExpectRefused(Line("site", {"--time", text}));
+  }
+}
+
+}  // namespace
+}  // namespace velquinctl
