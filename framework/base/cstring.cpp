@@ -44,8 +44,11 @@ CString::CString() {
 
 CString::CString(const char* text) : CString(text, Length(text)) {}
 
-CString::CString(const char* text, int length) : CString() {
-  if (text == nullptr || length <= 0) return;
+CString::CString(const char* text, int length) {
+  if (text == nullptr || length <= 0) {
+    Attach(AfxGetStringManager()->GetNilString());
+    return;
+  }
   CStringData* data = AfxGetStringManager()->Allocate(length, sizeof(char));
   if (data == nullptr) throw std::bad_alloc();
   std::memcpy(data->data(), text, static_cast<size_t>(length));

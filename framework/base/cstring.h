@@ -19,7 +19,7 @@ class IAtlStringMgr {
   virtual CStringData* Allocate(int nAllocLength, int nCharSize) = 0;
   virtual void Free(CStringData* pData) = 0;
   virtual CStringData* Reallocate(CStringData* pData, int nAllocLength, int nCharSize) = 0;
-  virtual CStringData* GetNilString() = 0;
+  virtual CStringData* GetNilString() = 0;  ///< the empty text, with one owner more
   virtual IAtlStringMgr* Clone() = 0;
 
  protected:

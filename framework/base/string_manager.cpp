@@ -2,13 +2,14 @@
 #include "framework/base/string_manager.h"
 
 #include <atomic>
-#include <climits>
 #include <cstdlib>
 #include <new>
 
 namespace {
 
-constexpr int kNilOwners = INT_MAX / 2;  // so many that no release is ever the last
+// Of the empty text before any string has it: no release is the last one, and the text counts as
+// shared, so that nobody writes into it.
+constexpr int kNilOwners = 2;
 
 struct NilString {
   CStringData header;
@@ -34,7 +35,10 @@ class HeapStringManager final : public IAtlStringMgr {
     return data;
   }
 
-  CStringData* GetNilString() override { return &nil_.header; }
+  CStringData* GetNilString() override {
+    nil_.header.AddRef();
+    return &nil_.header;
+  }
 
   IAtlStringMgr* Clone() override { return this; }
 
@@ -57,18 +61,15 @@ IAtlStringMgr* AfxGetStringManager() {
 }
 
 void CStringData::AddRef() {
-  const std::atomic_ref<int32_t> owners(nRefs);
-  if (owners.load(std::memory_order_relaxed) == kNilOwners) return;
-  owners.fetch_add(1, std::memory_order_relaxed);
+  std::atomic_ref<int32_t>(nRefs).fetch_add(1, std::memory_order_relaxed);
 }
 
 void CStringData::Release() {
   const std::atomic_ref<int32_t> owners(nRefs);
-  const int32_t count = owners.load(std::memory_order_acquire);
-  if (count == kNilOwners) return;
   // The only owner needs no locked instruction: nobody else can become one. A host's text may be
   // locked, with a count below 0: it has one owner, too.
-  if (count <= 1 || owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+  if (owners.load(std::memory_order_acquire) <= 1 ||
+      owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
     pStringMgr->Free(this);
   }
 }

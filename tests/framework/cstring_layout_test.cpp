@@ -76,7 +76,9 @@ TEST(StringLayout, EndsTheTextWithNul) {
 TEST(StringLayout, SharesOneEmptyText) {
   const CString one;
   const CString other("");
-  EXPECT_EQ(TextPointer(one), AfxGetStringManager()->GetNilString()->data());
+  CStringData* nil = AfxGetStringManager()->GetNilString();
+  EXPECT_EQ(TextPointer(one), nil->data());
+  nil->Release();
   EXPECT_EQ(TextPointer(other), TextPointer(one));
   EXPECT_EQ(HeaderOf(one).length, 0);
   EXPECT_EQ(HeaderOf(one).room, 0);

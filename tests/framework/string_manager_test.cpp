@@ -4,6 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <utility>
+
+#include "framework/base/array.h"
+#include "tests/framework/cstring_layout.h"
 
 namespace {
 
@@ -49,15 +53,46 @@ TEST(StringManager, KeepsTheTextWhenTheRoomChanges) {
   Manager().Free(data);
 }
 
-TEST(StringManager, NeverGivesItsEmptyTextAway) {
+TEST(StringManager, CountsTheOwnersOfItsEmptyTextAndNeverGivesItAway) {
   CStringData* nil = Manager().GetNilString();
   const int owners = nil->nRefs;
+  for (int i = 0; i < 100; ++i) EXPECT_EQ(Manager().GetNilString(), nil);
+  EXPECT_EQ(nil->nRefs, owners + 100);
   for (int i = 0; i < 100; ++i) nil->Release();
   nil->AddRef();
-  EXPECT_EQ(nil->nRefs, owners);
+  nil->Release();
+  nil->Release();
+  EXPECT_EQ(nil->nRefs, owners - 1);
+  EXPECT_GE(nil->nRefs, 2) << "the next owner's release must not be the last";
   EXPECT_STREQ(nil->data(), "");
   EXPECT_EQ(nil->nDataLength, 0);
-  EXPECT_EQ(Manager().GetNilString(), nil);
+}
+
+// One that were counted too often or not at all, in any of these, would run over or out in the end.
+TEST(StringManager, HasAsManyOwnersOfItsEmptyTextAsThereAreEmptyStrings) {
+  CString witness;
+  const auto owners = [&] { return HeaderOf(witness).owners; };
+  const int32_t before = owners();
+  {
+    CString moved("text");
+    const CString target(std::move(moved));
+    EXPECT_EQ(owners(), before + 1);
+    moved = "again";
+    EXPECT_EQ(owners(), before);
+    moved.Empty();
+    CString copy(moved);
+    copy = witness;
+    copy += "part";
+    copy = copy.Left(0);
+    copy = CString("x").Mid(1);
+    CString(nullptr, 3).Append("", 0);
+    CArray<CString, CString&> list;
+    for (int i = 0; i < 40; ++i) list.Add(CString());
+    EXPECT_EQ(owners(), before + 42);
+    list.RemoveAt(7);
+    EXPECT_EQ(owners(), before + 41);
+  }
+  EXPECT_EQ(owners(), before);
 }
 
 TEST(StringManager, TakesALockedTextBackFromItsOnlyOwner) {

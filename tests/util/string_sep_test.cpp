@@ -9,7 +9,6 @@
 #include <string>
 #include <vector>
 
-#include "framework/base/string_manager.h"
 #include "tests/framework/comma_locale.h"
 #include "tests/util/scarce_memory.h"
 
@@ -251,7 +250,7 @@ TEST(StringSepLayout, IsAnEmptyTextAndAnArrayOfTexts) {
   line.Set("one,two", ",", 0);
   Contents contents;
   std::memcpy(&contents, static_cast<const void*>(&line), sizeof contents);
-  EXPECT_EQ(contents.text, AfxGetStringManager()->GetNilString()->data());
+  EXPECT_EQ(contents.text, CString().GetString());
   EXPECT_NE(contents.arrayTable, nullptr);
   ASSERT_EQ(contents.size, 2);
   EXPECT_GE(contents.maxSize, 2);

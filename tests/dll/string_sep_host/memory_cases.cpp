@@ -84,6 +84,28 @@ void EmptyTextsOfTheHostKeepTheirOwners() {
   EXPECT(manager.NilOwners() == owners);
 }
 
+// All empty texts of the library are one, and a host counts its owners as it does for every text.
+void EmptyTextsOfTheLibraryKeepTheirOwners() {
+  CStringSep fields;
+  const CString empty = fields.GetParam(0);
+  const long owners = empty.Data()->owners;
+  for (int i = 0; i < 100; ++i) {
+    const CString another = fields.GetParam(i);
+    EXPECT(another.Data() == empty.Data());
+    EXPECT(empty.Data()->owners == owners + 1);
+  }
+  fields.Set(fields.GetParam(0), fields.GetParam(0), 0);
+  EXPECT(fields.Same(0, fields.GetParam(0)) == 0);
+  fields.Set(Text("a,,b"), Text(","), 0);
+  EXPECT(fields.Same(1, fields.GetParam(1)) == 1);
+  fields.Set(Text(""), Text(""), 0);
+  EXPECT(empty.Data()->owners == owners);
+  // A host that empties a string of the library takes another owner for what is there instead.
+  EXPECT(empty.Data()->manager->GetNilString() == empty.Data());
+  EXPECT(empty.Data()->owners == owners + 1);
+  empty.Data()->Release();
+}
+
 void ReturnedTextsOutliveTheObject() {
   alignas(CStringSep) char storage[sizeof(CStringSep)];
   auto* fields = new (storage) CStringSep;
@@ -141,6 +163,7 @@ const Case memoryCases[] = {
     {"copies go back to the manager that made them", CopiesGoBackToTheManagerThatMadeThem},
     {"locked texts are given back", LockedTextsAreGivenBack},
     {"empty texts of the host keep their owners", EmptyTextsOfTheHostKeepTheirOwners},
+    {"empty texts of the library keep their owners", EmptyTextsOfTheLibraryKeepTheirOwners},
     {"returned texts outlive the object", ReturnedTextsOutliveTheObject},
     {"returned texts are the host's to change", ReturnedTextsAreTheHostsToChange},
     {"returned texts may be given back in", ReturnedTextsMayBeGivenBackIn},
