@@ -36,8 +36,8 @@ class CTelescope : public CThreadCtrl {
   /// Connects and starts the worker. While a session runs, or is being started or ended, it returns
   /// 0 at once and leaves everything as it is. @return 1 when the session runs.
   int Start(HWND ownerWindow, const char* newAddress);
-  /// Asks a controller's version without a session; while one runs, answers from its version text
-  /// and leaves the link, the address and the owner alone.
+  /// Asks a controller's version without a session; while one runs, or is being started or ended,
+  /// answers at once from its version text and leaves the link, the address and the owner alone.
   /// @param version receives the text, cut to versionSize - 1 characters; may be null
   /// @param extra its first byte becomes 0; may be null. Both untouched on failure.
   /// @return 1 when there is a version that is not empty.
@@ -209,6 +209,7 @@ class CTelescope : public CThreadCtrl {
 
   ControllerWindowFactory windowFactory = nullptr;
   bool sessionActive GUARDED_BY(lock) = false;  // from the begin of Start to the end of End
+  bool answered GUARDED_BY(lock) = false;       // versionText is of the last controller asked
   CCriticalSection sessionLock;                 // one of Start, Check and End at a time
   std::atomic<int32_t> hostCalls = 0;           // threads inside of Start, Check or End
 };

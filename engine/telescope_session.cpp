@@ -108,12 +108,15 @@ bool CTelescope::BeginSession() {
   const CSingleLock guard(lock);
   if (sessionActive) return false;
   sessionActive = true;
+  answered = false;
   return true;
 }
 
 void CTelescope::MarkSession(bool active) {
   const CSingleLock guard(lock);
   sessionActive = active;
+  // A probe that was over only now has asked another controller, perhaps.
+  if (active) answered = false;
 }
 
 bool CTelescope::InSession() {
@@ -138,7 +141,11 @@ int CTelescope::Probe(char* version, size_t versionSize, char* extra) {
 }
 
 int CTelescope::AnswerCheck(char* version, size_t versionSize, char* extra) {
-  const CString text = Copy(&CTelescope::versionText);
+  CString text;
+  {
+    const CSingleLock guard(lock);
+    if (answered) text = versionText;
+  }
   if (text.IsEmpty()) return 0;
   if (version != nullptr && versionSize > 0) {
     const size_t count = std::min(static_cast<size_t>(text.GetLength()), versionSize - 1);
@@ -155,6 +162,7 @@ int CTelescope::Handshake() {
   if (device.GetVersion(version, reply) == 0) return 0;
   const CSingleLock guard(lock);
   versionText = version;
+  answered = true;
   return 1;
 }
 

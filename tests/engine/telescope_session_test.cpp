@@ -239,6 +239,32 @@ TEST_F(Session, RefusesAStartWhileAnotherStartIsAtWork) {
   EXPECT_EQ(controller.CountOf("$SYVER?"), 3);
 }
 
+// The version that an earlier controller told is no answer of the one that is asked now.
+TEST_F(Session, AnswersACheckWithNothingUntilItsControllerHasAnswered) {
+  ASSERT_EQ(Check(), 1);
+  controller.IsSilentTo("$SYVER?");
+  app.Hold();
+  auto start = std::async(std::launch::async, [this] { return Connect(); });
+  ASSERT_TRUE(app.WaitForBoxes(1, kSoon));
+  auto check = std::async(std::launch::async, [this] { return Check(); });
+  ASSERT_EQ(check.wait_for(kSoon), std::future_status::ready) << "it waits for the user";
+  EXPECT_EQ(check.get(), 0);
+  app.Answer();
+  EXPECT_EQ(start.get(), 0);
+}
+
+TEST_F(Session, WaitsWithItsEndUntilTheUserHasAnsweredItsStart) {
+  controller.IsSilentTo("$SYVER?");
+  app.Hold();
+  auto start = std::async(std::launch::async, [this] { return Connect(); });
+  ASSERT_TRUE(app.WaitForBoxes(1, kSoon));
+  auto end = std::async(std::launch::async, [this] { return telescope.End(); });
+  EXPECT_EQ(end.wait_for(100ms), std::future_status::timeout);
+  app.Answer();
+  EXPECT_EQ(start.get(), 0);
+  EXPECT_EQ(end.get(), 1);
+}
+
 TEST_F(Session, WaitsWithItsStartForAProbeThatRuns) {
   controller.AnswersLate("$SYVER?", "$SYVER=1.00", 100);
   auto check = std::async(std::launch::async, [this] { return Check(); });
