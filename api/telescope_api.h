@@ -6,8 +6,9 @@
  *    has one, named after it with "Fn" behind.
  *  - The first argument is a window handle of the host (an HWND, or null). Only TelescopeStart and
  *    TelescopeCheck use it, as the owner of the hand-controller window; it stays the host's.
- *  - Results are 1 for done or true, 0 for failure or false, where nothing else is said. There is
- * no error code: what the user has to know is told in a message box.
+ *  - Results are 1 for done or true, 0 for failure or false, where nothing else is said. A call for
+ *    which the system has no memory left gives 0, too, and may be made again. There is no error
+ *    code: what the user has to know is told in a message box.
  *  - Angles are degrees in double precision, right ascension too (0 to 360, not hours). A position
  *    is two doubles: [0] right ascension, [1] declination, in the controller's own frame; the
  *    driver converts no epoch. Numbers are passed on as they are, their ranges are not checked:
@@ -22,12 +23,17 @@
  *    returns 1 at once. The worker sends it within one cycle (100 ms, 50 ms after the first hand
  *    move) when it is idle, and after the requests before it when it is not. Arguments are kept
  *    once for each kind of request: when two of a kind wait, both are sent with the later ones.
+ *    TelescopeLook, TelescopeSync and TelescopeSetPos share one target.
  *    Whether the controller accepts a request shows only in later status. Requests queued while no
  *    session runs are kept and performed by the next session's first cycle.
  *  - Any thread may call any function at any time, within these bounds: a window is opened on a
- *    thread that runs a message loop; none may be called from DllMain. TelescopeCheck and
- *    TelescopeEnd wait for a TelescopeStart that is at work, also while it shows its message box,
- *    and TelescopeEnd waits until a message box of the worker is answered. Nothing is thrown.
+ *    thread that runs a message loop; none may be called from DllMain; of TelescopeStart,
+ *    TelescopeCheck and TelescopeEnd one at a time is at work. TelescopeEnd waits for the one
+ *    before, also while TelescopeStart shows its message box, and TelescopeStart waits for a
+ *    TelescopeCheck; what they do at once while a session runs is told there. No other call waits
+ *    for the network or for the user. Nothing is thrown.
+ *  - While the worker shows a message box (a target below the horizon, no target) it sends nothing,
+ *    a stop neither, and reads no status: TelescopeGetPos keeps its answer.
  *
  * Calling order: the TelescopeSet... texts, optionally TelescopeCheck, TelescopeStart,
  * TelescopeBaseSetting, then queries and commands in any mix, and TelescopeEnd exactly once for
@@ -115,16 +121,16 @@ VELQUIN_API int32_t TelescopeSetIni(TelescopeWindow window, const char* iniFile,
 typedef int32_t (*TelescopeSetIniFn)(TelescopeWindow, const char*, const char*);
 
 /** Stores the folder of the time-out journal: the exchanges with the controller that failed or took
- *  too long since the library was loaded. Each TelescopeEnd writes all of them, into a new file,
- *  unless there are none.
- *  @param path a folder that exists; put in front of the file name as it stands, so it must end
- *         with a separator. Empty means the current folder. Where the file cannot be made, or the
+ *  longer than 0.5 s since the library was loaded. Each TelescopeEnd writes all of them, into a new
+ *  file, unless there are none.
+ *  @param path a folder that exists, with a separator at its end: it is put in front of the file
+ *         name as it stands. Empty means the current folder. Where the file cannot be made, or the
  *         disk is full, there is no journal or only its beginning, and nobody is told
  *  @return 1. */
 VELQUIN_API int32_t TelescopeSetLogPath(TelescopeWindow window, const char* path);
 typedef int32_t (*TelescopeSetLogPathFn)(TelescopeWindow, const char*);
 
-/** Stores the first part of the journal's file name,
+/** Stores the first part of the journal's file name, which becomes
  *  PREFIX_timeouterr_korvelwireless_YYYYMMDD_HHMMSS.txt.
  *  @param prefix may be empty
  *  @return 1. */
@@ -135,8 +141,9 @@ typedef int32_t (*TelescopeSetLogPrefixFn)(TelescopeWindow, const char*);
 
 /** Asks a controller for its version without starting anything. Blocks for the exchanges, at most
  *  0.5 s for each that stays unanswered, plus the look-up of a host name; shows no message.
- *  While a session runs (or is being started or ended) the link is left alone: the answer comes
- *  from the running session's version text, whatever the address, and the owner window stays.
+ *  While a session runs (or is being started or ended) the call returns at once and leaves the link
+ *  alone: the answer comes from that session's version text, whatever the address, and the owner
+ *  window stays. A session that is being started has none until its controller has answered.
  *  A host name that is not found costs the process one socket for good, here and in TelescopeStart.
  *  @param window becomes the owner of the hand-controller window, when no session runs
  *  @param address dotted IPv4 address or host name; the port is always 60023
@@ -157,8 +164,8 @@ typedef int32_t (*TelescopeCheckFn)(TelescopeWindow, const char*, void*, char*, 
  *  that stays unanswered, plus the look-up of a host name. When the controller does not answer, a
  *  message box tells the user before the call returns; a system that has no thread to give shows
  *  only in the result.
- *  While a session runs it returns 0 at once and leaves that session, its owner window and its
- *  address untouched; there is never a second worker.
+ *  While a session runs (or is being started or ended) it returns 0 at once, without a message, and
+ *  leaves that session, its owner window and its address untouched; there is never a second worker.
  *  @param window becomes the owner of the hand-controller window, until TelescopeEnd
  *  @param address dotted IPv4 address or host name; the port is always 60023
  *  @param unused ignored
@@ -170,8 +177,8 @@ typedef int32_t (*TelescopeStartFn)(TelescopeWindow, const char*, void*, int32_t
 
 /** Ends the session: writes the time-out journal, closes the hand-controller window, lets the
  *  worker finish the requests before the close and waits for it without a time limit (a message
- *  box that the worker shows must be answered first, guide pulses run to their end). Harmless
- *  without a session.
+ *  box that the worker shows must be answered first, guide pulses run to their end). Without a
+ *  session it writes the journal and closes the window all the same.
  *  @return 1. */
 VELQUIN_API int32_t TelescopeEnd(TelescopeWindow window);
 typedef int32_t (*TelescopeEndFn)(TelescopeWindow);
@@ -180,7 +187,7 @@ typedef int32_t (*TelescopeEndFn)(TelescopeWindow);
  *  differs from the host's by a minute or more, and told to track where it points when it took the
  *  site and is ready to observe. That last command comes behind whatever is queued until then: a
  *  goto asked for at once is undone by it, and after TelescopeEnd at once it goes out at the
- *  beginning of the next session. So wait a second after this call; see docs/hosts.md.
+ *  beginning of the next session. So wait a second after this call.
  *  A failure is written to the debugger's output only. A date or time of day that does not exist is
  *  sent as it is; a zone that does not fit 32 bits is sent as the nearest that does.
  *  @param time null leaves everything as it is
@@ -193,8 +200,8 @@ typedef int32_t (*TelescopeBaseSettingFn)(TelescopeWindow, const SiteTime*, cons
 /* --- State; answered from the last status poll, nothing is sent ------------------------------- */
 
 /** Copies the last position read from the mount. It is read about ten times a second.
- *  @param radec receives two doubles, degrees, in every case: -1, -1 before the first poll, later
- *         the last good position; null makes the result 0
+ *  @param radec receives two doubles, degrees, in every case: -1, -1 before the first status,
+ *         later the last good position; null makes the result 0
  *  @return 0 when more than 10 polls in a row have failed, no position has been read, or its right
  *          ascension is negative, else 1. */
 VELQUIN_API int32_t TelescopeGetPos(TelescopeWindow window, double* radec);
@@ -202,12 +209,12 @@ typedef int32_t (*TelescopeGetPosFn)(TelescopeWindow, double*);
 
 /** Tells whether the mount is parked.
  *  @return 1 while the mount is not ready to observe (parked, or in a mode that is not ready; also
- *          before the first poll), else 0. */
+ *          before the first status), else 0. */
 VELQUIN_API int32_t TelescopeGetParking(TelescopeWindow window);
 typedef int32_t (*TelescopeGetParkingFn)(TelescopeWindow);
 
 /** Tells the side of the pier, from the mount's axis angle.
- *  @return 0 for 90 degrees or less, 1 above, -1 before the first poll. */
+ *  @return 0 for 90 degrees or less, 1 above, -1 before the first status. */
 VELQUIN_API int32_t TelescopeGetEastWest(TelescopeWindow window);
 typedef int32_t (*TelescopeGetEastWestFn)(TelescopeWindow);
 
@@ -252,8 +259,10 @@ typedef int32_t (*TelescopeStopFn)(TelescopeWindow);
 /** Moves by hand; queues. Call it again every 100 ms or so while the button is held: each move
  *  lasts one second at the most, and the mount stops by itself when it is not renewed. Calls while
  *  a hand move is the last request in the queue change that one instead of adding another.
- *  @param direction 1 north, 2 south, 3 east, 4 west; any other moves nothing
- *  @param push non-zero while held; 0 at the release, which sends nothing
+ *  @param direction 1 north, 2 south, 3 east, 4 west; any other is a move without a
+ *         direction, which stops the motion of the hand
+ *  @param push non-zero while held; 0 at the release, which sends nothing: the move that was sent
+ *         last runs out
  *  @param speed step 0 to 9; any number is taken. The rate, in the controller's unit, is 25 for
  *         each step plus 0.5, and never less than 0.5 nor more than 200
  *  @return 1. */
@@ -319,9 +328,10 @@ typedef int32_t (*TelescopeSetEastWestFn)(TelescopeWindow, int32_t);
 /** Shows the hand-controller window (a window that is open is replaced) or closes it.
  *  Show it on a thread that runs a message loop. When it is closed on another thread, here or by
  *  TelescopeEnd, it stops at once to drive the mount and disappears as soon as its own thread
- *  handles messages.
+ *  handles messages. Without a session it may be open, too; only its home button is
+ *  enabled then.
  *  @param show non-zero shows, 0 closes
- *  @return 1. */
+ *  @return 1, also when the system could not open the window. */
 VELQUIN_API int32_t TelescopeDialog(TelescopeWindow window, int32_t show);
 typedef int32_t (*TelescopeDialogFn)(TelescopeWindow, int32_t);
 

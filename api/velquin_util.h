@@ -2,8 +2,8 @@
 /* What the library offers besides the telescope: dates, angles and a splitter of text lines.
  *
  * Rules for all of it
- *  - Link against the import library, or load velquin.dll and use the function types: each function
- *    has one, named after it with "Fn" behind.
+ *  - Link against the import library, or load velquin.dll and use the function types: each of the
+ *    six functions has one, named after it with "Fn" behind. The class needs the import library.
  *  - Nothing here needs a session, a window or the network, and nothing blocks.
  *  - The six functions keep nothing between calls: any thread may call them at any time. Nothing is
  *    checked but what is said below, and nothing is thrown. A number that is too large for a 32-bit
@@ -30,7 +30,8 @@ extern "C" {
 /* --- Dates; before 1582-10-15 they are those of the Julian calendar --------------------------- */
 
 /** Converts a calendar date to a Julian date. The constants 30.59 and 1721086.5 are this formula's
- *  own; the Gregorian correction is applied when the uncorrected result lies above 2299160.5.
+ *  own; the Gregorian correction is applied when the uncorrected result lies above 2299160.5. For
+ *  the days from 1582-10-05 to 14, which the calendars leave out, the result means nothing.
  *  @param year for example 2026.0
  *  @param month 1.0 to 12.0
  *  @param day day of the month plus the fraction of the day, universal time
@@ -68,20 +69,20 @@ typedef struct HourMinSec {
 #pragma pack(pop)
 
 /** Splits hours into hours, minutes and seconds.
- *  @param hours any sign: -1.5 gives -2 h, 30 min, 0 s
+ *  @param hours any sign, within the range of a 32-bit number: -1.5 gives -2 h, 30 min, 0 s
  *  @param result written whole; must not be null */
 VELQUIN_API void HourTo60(double hours, HourMinSec* result);
 typedef void (*HourTo60Fn)(double, HourMinSec*);
 
 /** Brings an angle into one turn.
- *  @param degrees any angle
+ *  @param degrees any angle; an infinite one gives no number (NaN)
  *  @return the same direction, degrees in [0, 360): -30 gives 330. */
 VELQUIN_API double degmal(double degrees);
 typedef double (*degmalFn)(double);
 
 /** Brings an angle into (-180, 180] and clamps it to [-90, 90]. Meant for declinations that are in
  *  range or nearly so: an angle beyond the pole is not folded back, 170 gives 90 and 200 gives -90.
- *  @param degrees any angle
+ *  @param degrees any angle; an infinite one, or none at all (NaN), gives 90
  *  @return degrees in [-90, 90]. */
 VELQUIN_API double degmal2(double degrees);
 typedef double (*degmal2Fn)(double);
@@ -114,8 +115,8 @@ typedef ATL::CStringT<char, StrTraitMFC_DLL<char, ATL::ChTraitsCRT<char>>> Velqu
 
 /** Splits one line of text into fields and hands them out by index, 48 bytes. The host makes
  *  objects of it in its own storage; they cannot be copied. Not locked: one thread at a time may
- * use an object, different objects do not disturb each other. Nothing is thrown; without memory for
- *  the fields there are none.
+ *  use an object, different objects do not disturb each other. Nothing is thrown; without memory
+ *  for the fields there are none.
  *
  *  Each text given by value is the callee's and goes back to the string manager that made it. A
  *  text that is returned belongs to the caller; its memory goes back to the library through the

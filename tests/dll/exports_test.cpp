@@ -158,6 +158,33 @@ TEST_F(Exports, GoToAndSynchroniseOnTargets) {
                                   "$ALIGN=3,23.999993,-5.250000,\r\n"));
 }
 
+TEST_F(Exports, HaveOneTargetForGotoAndSync) {
+  const double first[2] = {15.0, 10.0};
+  const double second[2] = {30.0, 20.0};
+  driver.Look(nullptr, first);
+  driver.Sync(nullptr, second);
+  driver.SetPos(nullptr, kCrab);
+  EXPECT_THAT(SentByANewSession(),
+              ElementsAre("$MTTGT=3,5.575533,22.014500,\r\n", "$ALIGN=3,5.575533,22.014500,\r\n"));
+}
+
+// What lets the mount track is queued when site and clock have been sent, behind a goto that came
+// in between.
+TEST_F(Exports, UndoAGotoThatComesDirectlyAfterSiteAndClock) {
+  const SiteTime time = {2024, 1, 15, 21, 7, 0.0, 9.0};
+  const SiteLocation location = {1.0, 2.0, 3.0};
+  driver.BaseSetting(nullptr, &time, &location);
+  driver.Look(nullptr, kCrab);
+  ASSERT_EQ(Start(), 1);
+  ASSERT_TRUE(controller.WaitFor("$MTTGT=3,6.000000,22.500000,Star", kSoonMs));
+  std::vector<std::string> gotos;
+  for (const std::string& command : controller.Commands()) {
+    if (command.starts_with("$MTTGT=")) gotos.push_back(command);
+  }
+  EXPECT_THAT(gotos,
+              ElementsAre("$MTTGT=3,5.575533,22.014500,", "$MTTGT=3,6.000000,22.500000,Star"));
+}
+
 TEST_F(Exports, DoNothingForASyncWithoutATarget) {
   StartSession();
   EXPECT_EQ(driver.Sync(nullptr, nullptr), 1);

@@ -96,6 +96,18 @@ TEST(Degmal, KeepsTheDirection) {
   }
 }
 
+TEST(Degmal, HasNoNumberForWhatIsNoDirection) {
+  EXPECT_TRUE(std::isnan(degmal(INFINITY)));
+  EXPECT_TRUE(std::isnan(degmal(-INFINITY)));
+  EXPECT_TRUE(std::isnan(degmal(NAN)));
+}
+
+TEST(Degmal2, GivesThePoleForWhatIsNoDirection) {
+  EXPECT_EQ(degmal2(INFINITY), 90.0);
+  EXPECT_EQ(degmal2(-INFINITY), 90.0);
+  EXPECT_EQ(degmal2(NAN), 90.0);
+}
+
 TEST(Degmal2, KeepsWhatIsADeclination) {
   EXPECT_DOUBLE_EQ(degmal2(45.0), 45.0);
   EXPECT_DOUBLE_EQ(degmal2(-45.0), -45.0);
