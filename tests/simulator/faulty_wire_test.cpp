@@ -17,8 +17,6 @@ namespace {
 using testing::ElementsAre;
 using testing::StartsWith;
 
-// Long enough for any reply over loopback that was not held back on purpose.
-constexpr int kSilenceMs = 100;
 constexpr int kDeadlineMs = 5000;
 
 FaultChooser Always(const char* fault) {

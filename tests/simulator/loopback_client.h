@@ -8,6 +8,9 @@
 
 namespace simulator {
 
+/// Milliseconds that are long enough for any reply over loopback that was not held back on purpose.
+constexpr int kSilenceMs = 100;
+
 class LoopbackClient {
  public:
   LoopbackClient(const std::string& address, uint16_t port)

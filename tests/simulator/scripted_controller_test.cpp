@@ -18,8 +18,6 @@ using testing::ElementsAre;
 using testing::StartsWith;
 
 constexpr int kDeadlineMs = 5000;
-// Long enough for any reply over loopback that was not held back on purpose.
-constexpr int kSilenceMs = 100;
 
 class Scripted : public testing::Test {
  protected:
