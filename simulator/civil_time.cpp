@@ -27,7 +27,9 @@ int Digits(std::string_view text, size_t start, size_t count) {
 }  // namespace
 
 std::optional<double> SecondsFromCivil(const CivilTime& time) {
-  if (time.year < 1900 || time.year > 2199 || time.month < 1 || time.day < 1) return std::nullopt;
+  if (time.year < 1900 || time.year > 2199) return std::nullopt;
+  // The calendar's own types keep a byte each and would take 257 for 1.
+  if (time.month < 1 || time.month > 12 || time.day < 1 || time.day > 31) return std::nullopt;
   if (time.hour < 0 || time.hour > 23 || time.minute < 0 || time.minute > 59) return std::nullopt;
   if (!(time.second >= 0.0 && time.second < 60.0)) return std::nullopt;
   const year_month_day date{std::chrono::year{time.year},

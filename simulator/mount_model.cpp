@@ -154,6 +154,10 @@ bool MountModel::Align(const SkyPosition& truth) {
 void MountModel::ResetAlignment() {
   polar_.degrees -= alignment_.polarDegrees;
   fromPole_.degrees -= alignment_.fromPoleDegrees;
+  // Slews between absurd alignments may have taken the axis more than half a turn from here.
+  if (std::fabs(fromPole_.degrees) > 180.0) {
+    fromPole_.degrees = WrapDegrees(fromPole_.degrees + 180.0) - 180.0;
+  }
   alignment_ = {0.0, 0.0};
 }
 

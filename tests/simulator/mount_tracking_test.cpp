@@ -127,6 +127,20 @@ TEST_F(MountTracking, ForgettingTheAlignmentBringsTheOldPositionBack) {
   ExpectNear(mount.Position(), was);
 }
 
+// Absurd alignments with slews between them once left the axis more than a turn away, and a status
+// with a declination of -417 degrees.
+TEST_F(MountTracking, ForgettingAbsurdAlignmentsLeavesADeclinationThatThereIs) {
+  for (int i = 0; i < 3; ++i) {
+    ASSERT_TRUE(mount.Align({5.0, -80.0}));
+    ASSERT_EQ(mount.GotoSky({5.0, 89.0}), SlewAnswer::kAccepted);
+    Arrive();
+  }
+  mount.ResetAlignment();
+  EXPECT_GE(mount.Position().decDegrees, -90.0);
+  EXPECT_LE(mount.Position().decDegrees, 90.0);
+  EXPECT_LE(std::fabs(mount.Axes().fromPoleDegrees), 180.0);
+}
+
 TEST_F(MountTracking, ReinitialisingForgetsTheAlignmentToo) {
   TrackAt(-40.0, 20.0);
   const SkyPosition was = mount.Position();
