@@ -63,6 +63,10 @@ class TelescopeProbe {
     const CSingleLock guard(telescope.lock);
     return telescope.siteTimeStamp;
   }
+  /// The session with the controller, for the thread that makes its exchanges.
+  CVQCtrlW& Device() { return telescope.device; }
+  void ApplyMeridianOverrides() { telescope.ApplyMeridianOverrides(); }
+
   std::string Address() const { return telescope.address.GetString(); }
   std::string Vendor() { return Text(telescope.vendor); }
   std::string Name() { return Text(telescope.name); }
