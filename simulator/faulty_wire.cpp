@@ -71,6 +71,10 @@ void FaultyWire::SendUnasked(std::string_view bytes, const platform::SocketAddre
   socket_.Send(bytes, host);
 }
 
+double FaultyWire::NowMs() const {
+  return std::chrono::duration<double, std::milli>(Clock::now() - begin_).count();
+}
+
 int FaultyWire::SendWhatIsDue(int longestMs) {
   while (!pending_.empty() && pending_.begin()->first <= Clock::now()) {
     const Outgoing& due = pending_.begin()->second;
@@ -95,7 +99,7 @@ void FaultyWire::Queue(std::vector<Outgoing> outgoing, int delayMs) {
 
 void FaultyWire::RecordNow(WireDatagram datagram) const {
   if (!recorder_) return;
-  datagram.timeMs = std::chrono::duration<double, std::milli>(Clock::now() - begin_).count();
+  datagram.timeMs = NowMs();
   recorder_(datagram);
 }
 

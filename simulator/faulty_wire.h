@@ -42,6 +42,8 @@ class FaultyWire {
   void Ignore(std::string_view bytes, const platform::SocketAddress& host) const;
   /// Sends a datagram that nobody asked for, without faults.
   void SendUnasked(std::string_view bytes, const platform::SocketAddress& host);
+  /// @return the time as the recorder's datagrams tell it.
+  double NowMs() const;
   /// Sends the datagrams whose time has come.
   /// @return how long to wait for the next one, milliseconds, at most longestMs.
   int SendWhatIsDue(int longestMs);

@@ -73,6 +73,8 @@ class ScriptedController {
   /// From now on keeps every datagram, in and out, in the order in which the wire saw them.
   void StartWireLog();
   std::vector<WireDatagram> WireLog() const;
+  /// @return the time of now as the wire log tells it.
+  double WireNowMs() const { return wire_.NowMs(); }
 
   // What came in, in the order of arrival, also what a fault then kept from being heard.
   std::vector<ReceivedDatagram> Received() const;

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// What a link must have made of a wire: from the controller's own log of what came and what was
+// sent when, the replies that the link took, and the failures that it must have noted. Written from
+// the rules, not from the link: one datagram an exchange, the oldest first, whoever sent it; half a
+// second's patience; bytes without a line end wait for the next datagram; an empty datagram closes.
+// Pure; any thread.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "simulator/wire_record.h"
+
+/// One line of the time-out journal, without its time.
+struct JournalEntry {
+  std::string command;
+  std::string reason;
+  bool operator==(const JournalEntry&) const = default;
+};
+
+struct ModelExchange {
+  double sentMs;        ///< when the command came to the controller
+  double endMs;         ///< when the link had its datagram, or gave up
+  std::string command;  ///< without line end
+  std::string reply;    ///< the line that the link took; empty when none
+};
+
+struct LinkHistory {
+  std::vector<ModelExchange> exchanges;
+  std::vector<JournalEntry> failures;
+  bool closed = false;    ///< an empty datagram has closed the link of the last session
+  double narrowMs = 1e9;  ///< how close to the end of the link's patience a datagram came or missed
+};
+
+/// @param log of one session after the other, each with a port of its own
+LinkHistory WhatTheLinkMade(const std::vector<simulator::WireDatagram>& log);
+
+struct SkyPosition {
+  double ra;   ///< degrees
+  double dec;  ///< degrees
+  bool operator==(const SkyPosition&) const = default;
+};
+
+/// @return the positions that the polls of a history give, in their order.
+std::vector<SkyPosition> PolledPositions(const LinkHistory& history);

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+// The model by hand, and against the link itself on networks of every badness.
+#include "tests/faults/link_model.h"
+
+#include <gmock/gmock.h>
+
+#include "net/udp_link.h"
+#include "simulator/fault_dice.h"
+#include "simulator/scripted_controller.h"
+
+static void PrintTo(const JournalEntry& entry, std::ostream* stream) {
+  *stream << entry.command << " : " << entry.reason;
+}
+
+namespace {
+
+using simulator::WireDatagram;
+using simulator::WireDirection;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Model : public testing::Test {
+ protected:
+  void In(double timeMs, const std::string& line) {
+    log.push_back({timeMs, 1, WireDirection::kIn, peer, {}, line + "\r\n"});
+  }
+  void Out(double timeMs, const std::string& bytes) {
+    log.push_back({timeMs, 1, WireDirection::kOut, peer, {}, bytes});
+  }
+  LinkHistory Made() const { return WhatTheLinkMade(log); }
+  std::vector<std::string> Replies() const {
+    std::vector<std::string> replies;
+    for (const ModelExchange& exchange : Made().exchanges) replies.push_back(exchange.reply);
+    return replies;
+  }
+
+  std::string peer = "127.0.0.1:1";
+  std::vector<WireDatagram> log;
+};
+
+TEST_F(Model, TakesOneDatagramAnExchangeTheOldestFirst) {
+  In(0, "$A?");
+  Out(1, "$A=1\r\n");
+  Out(2, "$A=2\r\n");
+  In(3, "$B?");
+  Out(4, "$B=1\r\n");
+  In(5, "$B?");
+  EXPECT_THAT(Replies(), ElementsAre("$A=1", "$A=2", "$B=1"));
+  EXPECT_THAT(Made().failures, ElementsAre(JournalEntry{"$B?", "Return Value Mismatch"}));
+}
+
+TEST_F(Model, WaitsForHalfASecond) {
+  In(0, "$A?");
+  Out(600, "$A=1\r\n");
+  In(650, "$A?");
+  In(660, "$A?");
+  Out(1100, "$A=2\r\n");
+  EXPECT_THAT(Replies(), ElementsAre("", "$A=1", "$A=2"));
+  EXPECT_THAT(Made().failures, ElementsAre(JournalEntry{"$A?", "TimeOut"}));
+  EXPECT_DOUBLE_EQ(Made().exchanges[0].endMs, 500.0);
+  EXPECT_DOUBLE_EQ(Made().exchanges[1].endMs, 650.0);
+  EXPECT_DOUBLE_EQ(Made().exchanges[2].endMs, 1100.0);
+  EXPECT_DOUBLE_EQ(Made().narrowMs, 60.0);
+}
+
+TEST_F(Model, KeepsBytesWithoutLineEndAndClosesAtAnEmptyDatagram) {
+  In(0, "$A?");
+  Out(1, "$A=");
+  In(2, "$A?");
+  Out(3, "1\r\n");
+  In(4, "$A?");
+  Out(5, "");
+  EXPECT_THAT(Replies(), ElementsAre("", "$A=1", ""));
+  EXPECT_THAT(Made().failures, ElementsAre(JournalEntry{"$A?", "Can't Receve"},
+                                           JournalEntry{"$A?", "Socket Close"}));
+  EXPECT_TRUE(Made().closed);
+  peer = "127.0.0.1:2";
+  In(6, "$A?");
+  Out(7, "$A=2\r\n");
+  EXPECT_FALSE(Made().closed);
+}
+
+TEST_F(Model, KnowsWhatPollsPublish) {
+  In(0, "$MTSTA?");
+  Out(1, "$MTSTA=60000.5,1,0,0,0,45.0,10,20,6.0,22.5,4\r\n");
+  In(2, "$MTSTA?");
+  Out(3, "$mtsta=1,2\r\n");
+  In(4, "$MTSTA?");
+  Out(5, "$SYVER=1\r\n");
+  In(6, "$SYVER?");
+  Out(7, "$MTSTA=60000.5,1,0,0,0,45.0,10,20,7.0,22.5,4\r\n");
+  EXPECT_THAT(PolledPositions(Made()), ElementsAre(SkyPosition{90.0, 22.5}, SkyPosition{0.0, 0.0}));
+}
+
+/// A link that talks to a controller over a bad network, and what the model makes of that.
+class ModelAndLink : public testing::TestWithParam<int> {};
+
+TEST_P(ModelAndLink, AgreeOnEveryReplyAndEveryFailure) {
+  simulator::ScriptedController controller;
+  controller.StartWireLog();
+  controller.Answers("$ASK1?", "$ASK1=1");
+  controller.Answers("$ASK2?", "$ASK2=2");
+  simulator::FaultOptions faults;
+  faults.loss = simulator::kAlways / 50;  // each costs half a second
+  faults.duplicate = faults.reorder = faults.truncate = faults.garble = faults.foreign =
+      faults.split = simulator::kAlways / 8;
+  faults.empty = simulator::kAlways / 100;
+  faults.longestDelayMs = 10;
+  faults.seed = static_cast<uint64_t>(GetParam());
+  controller.SetFaults([dice = simulator::FaultDice(faults)](int exchange, std::string_view) {
+    simulator::Fault fault = dice(exchange);
+    fault.garbleBits &= 0x7f;  // what counts as a letter beyond that depends on the code page
+    return fault;
+  });
+  CUdpLink link;
+  std::vector<std::string> replies;
+  size_t sessions = 0;
+  for (int i = 0; i < 80; ++i) {
+    sessions += link.Open(controller.Address().c_str(), simulator::ScriptedController::kPort);
+    const CString reply = link.Query(i % 3 == 0 ? "$ASK1?" : "$ASK2?");
+    replies.emplace_back(reply.GetString(), static_cast<size_t>(reply.GetLength()));
+  }
+  // The last command may still be on its way into the log when a datagram lay there for it.
+  ASSERT_TRUE(controller.WaitForCount("$ASK1?", 27, 5000));
+  ASSERT_TRUE(controller.WaitForCount("$ASK2?", 53, 5000));
+  const LinkHistory history = WhatTheLinkMade(controller.WireLog());
+  std::vector<std::string> modelReplies;
+  for (const ModelExchange& exchange : history.exchanges) modelReplies.push_back(exchange.reply);
+  EXPECT_EQ(replies, modelReplies);
+  std::vector<JournalEntry> failures;
+  for (ptrdiff_t i = 0; i < link.GetTimeOutErrors().GetSize(); ++i) {
+    const TimeOutErrorW& error = link.GetTimeOutErrors()[i];
+    failures.push_back({error.strCommand.GetString(), error.strError.GetString()});
+  }
+  // Slow exchanges depend on the machine, and 10 ms are none.
+  EXPECT_EQ(failures, history.failures);
+  EXPECT_GT(failures.size(), 10u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, ModelAndLink, testing::Range(1, 5));
+
+}  // namespace

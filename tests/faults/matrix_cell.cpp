@@ -1,0 +1,379 @@
+// SPDX-License-Identifier: MIT
+#include "tests/faults/matrix_cell.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <future>
+
+#include "simulator/formatted.h"
+#include "simulator/random_bits.h"
+#include "tests/support/eventually.h"
+#include "tests/support/file_text.h"
+
+namespace {
+
+using simulator::Formatted;
+using namespace std::chrono_literals;
+
+constexpr double kAtOnceMs = 100.0;    // what every call but start, check and end may take
+constexpr double kPatienceMs = 500.0;  // of an exchange
+constexpr double kCycleSleepMs = 100.0;
+constexpr double kStepMs = 30.0;      // the driver's own work between two exchanges
+constexpr double kWindowMs = 500.0;   // to open a message box, and from its answer to the return
+constexpr double kEndWorkMs = 100.0;  // the journal's file, the thread's end
+constexpr int kPulseMs = 40;
+constexpr double kPulseGapMs = 50.0;
+constexpr double kPulseTrainMs = 4 * (kPulseMs + kPulseGapMs);
+constexpr int kMostExchangesOfStart = 7;
+constexpr int kMostExchangesOfCheck = 4;
+constexpr auto kHangs = 30s;
+constexpr auto kSoon = 10s;
+constexpr double kTarget[2] = {83.633, 22.0145};
+constexpr SiteTime kTime = {2024, 1, 15, 21, 7, 30.0, 9.0};
+constexpr SiteLocation kSite = {35.681, 139.767, 40.0};
+
+/// @return how long a stop takes to the wire at most: what may be performed in that phase when the
+///         host asks for it, with an answer to nothing, then a poll, then the sleep.
+double LongestStopMs(Phase phase) {
+  constexpr double kPollAndSleepMs = kPatienceMs + kCycleSleepMs;
+  switch (phase) {
+    case Phase::kHandOff:
+      return 6 * kPatienceMs + kPollAndSleepMs;
+    case Phase::kPulses:
+      return 4 * kPatienceMs + kPulseTrainMs + kPollAndSleepMs;
+    case Phase::kGoto:
+    case Phase::kHandMove:
+    case Phase::kClose:
+      return kPatienceMs + kPollAndSleepMs;
+    default:
+      return kPollAndSleepMs;
+  }
+}
+
+/// What was exchanged after one moment and before another, and when the last exchange before the
+/// latter was over.
+struct Between {
+  int polls = 0;
+  int others = 0;
+  double lastEndMs = -1.0;
+  bool lastWasMove = false;
+};
+
+Between ExchangesBetween(const LinkHistory& history, double fromMs, double toMs) {
+  Between between;
+  for (const ModelExchange& exchange : history.exchanges) {
+    if (exchange.sentMs >= toMs) break;
+    between.lastEndMs = exchange.endMs;
+    between.lastWasMove = exchange.command.starts_with("$MTMV2=");
+    if (exchange.sentMs <= fromMs) continue;
+    ++(exchange.command == "$MTSTA?" ? between.polls : between.others);
+  }
+  return between;
+}
+
+std::string Texts(const std::vector<JournalEntry>& entries) {
+  std::string texts;
+  for (const JournalEntry& entry : entries) {
+    texts += Formatted("\n    %s : %s", entry.command.c_str(), entry.reason.c_str());
+  }
+  return texts;
+}
+
+}  // namespace
+
+MatrixCell::MatrixCell(FaultKind kind, Phase phase, uint64_t seed)
+    : kind_(kind), phase_(phase), seed_(seed), watch_(driver_, [this] { return NowMs(); }) {
+  controller_.LooksLikeAMount();
+  // Every poll gets a position of its own.
+  std::vector<simulator::ScriptedReply> replies;
+  for (int i = 0; i < 500; ++i) {
+    statuses_.push_back(
+        Formatted("$MTSTA=60000.5,1,0,0,0,45.0,10,20,%.6f,22.5,4", 1.0 + i / 100.0));
+    replies.emplace_back(statuses_.back());
+  }
+  controller_.AnswersInTurn("$MTSTA?", replies);
+  controller_.StartWireLog();
+  driver_.SetLogPath(nullptr, (folder_.Narrow() + "\\").c_str());
+  driver_.SetLogPrefix(nullptr, "cell");
+}
+
+MatrixCell::~MatrixCell() {
+  driver_.End(nullptr);
+}
+
+CellResult MatrixCell::Run() {
+  Begin();
+  StoreTexts();
+  if (started_) {
+    MakeTheRequest();
+    Stop();
+  }
+  End();
+  controller_.SetFaults({});
+  RunAnotherSession();
+
+  const LinkHistory history = History();
+  ExpectStopInTime(history);
+  ExpectPositionsFromReplies(history);
+  ExpectJournals(history);
+  const auto [name, durationMs] = watch_.LongestCall();
+  ExpectWithin(durationMs, kAtOnceMs, name.c_str());
+  result_.callMs = durationMs;
+  result_.machineDelayMs = machine_.LongestMs();
+  result_.narrowMs = history.narrowMs;
+  result_.exchanges = static_cast<int>(history.exchanges.size());
+  result_.failures = static_cast<int>(history.failures.size());
+  for (const simulator::WireDatagram& datagram : controller_.WireLog()) {
+    result_.record += simulator::WireRecordLine(datagram) + "\n";
+  }
+  return result_;
+}
+
+// --- The session ---------------------------------------------------------------------------------
+
+void MatrixCell::Begin() {
+  if (phase_ == Phase::kOpen) {
+    controller_.SetFaults(Faults());
+    CheckController();
+  }
+  if (phase_ <= Phase::kHandshake) {
+    controller_.SetFaults(Faults());
+    StartSession();
+    return;
+  }
+  StartSession();
+  Expect(started_, "the start failed without a fault");
+  Expect(Eventually([&] { return !watch_.Positions().empty(); }, kSoon), "no first position");
+  sentBefore_ = controller_.CountOf(RequestCommand());
+  controller_.SetFaults(Faults());
+}
+
+void MatrixCell::CheckController() {
+  char version[32] = "";
+  const double calledMs = NowMs();
+  result_.checkMs = Timed(
+      [&] {
+        driver_.Check(nullptr, controller_.Address().c_str(), nullptr, version, sizeof version,
+                      nullptr, 0);
+      },
+      "TelescopeCheck");
+  const double returnedMs = NowMs();
+  const Between during = ExchangesBetween(History(), calledMs, returnedMs);
+  Expect(during.others <= kMostExchangesOfCheck, "a check made more exchanges than four");
+  ExpectWithin(returnedMs - std::max(during.lastEndMs, calledMs), kStepMs, "the check's return");
+}
+
+void MatrixCell::StartSession() {
+  const double calledMs = NowMs();
+  result_.startMs = Timed(
+      [&] { started_ = driver_.Start(nullptr, controller_.Address().c_str(), nullptr, 0) == 1; },
+      "TelescopeStart");
+  const double returnedMs = NowMs();
+  const LinkHistory history = History();
+  // The worker polls already.
+  double lastEndMs = calledMs;
+  int exchanges = 0;
+  for (const ModelExchange& exchange : history.exchanges) {
+    if (exchange.sentMs < calledMs || exchange.command == "$MTSTA?") continue;
+    lastEndMs = exchange.endMs;
+    ++exchanges;
+  }
+  Expect(exchanges <= kMostExchangesOfStart, "a start made more exchanges than seven");
+  if (started_) {
+    ExpectWithin(returnedMs - lastEndMs, kStepMs, "the start's return");
+    return;
+  }
+  Expect(watch_.BoxFoundMs() > calledMs, "the start failed without a message");
+  ExpectWithin(watch_.BoxFoundMs() - lastEndMs, kWindowMs, "the message of a failed start");
+  ExpectWithin(returnedMs - watch_.BoxFoundMs(), kWindowMs, "the return after the message");
+  result_.startMs -= returnedMs - watch_.BoxFoundMs();
+}
+
+void MatrixCell::StoreTexts() {
+  watch_.AtOnce("SetName", [&] { return driver_.SetName(nullptr, "Scope"); });
+  watch_.AtOnce("SetVendor", [&] { return driver_.SetVendor(nullptr, "Vendor"); });
+  watch_.AtOnce("SetIni", [&] { return driver_.SetIni(nullptr, "none.ini", "Mount"); });
+  watch_.AtOnce("SetPos", [&] { return driver_.SetPos(nullptr, kTarget); });
+  watch_.AtOnce("SetEastWest", [&] { return driver_.SetEastWest(nullptr, 1); });
+}
+
+void MatrixCell::MakeTheRequest() {
+  switch (phase_) {
+    case Phase::kHandOff:
+      watch_.AtOnce("BaseSetting", [&] { return driver_.BaseSetting(nullptr, &kTime, &kSite); });
+      break;
+    case Phase::kGoto:
+      watch_.AtOnce("Look", [&] { return driver_.Look(nullptr, kTarget); });
+      break;
+    case Phase::kPulses:
+      watch_.AtOnce("SlewPulseDuration", [&] {
+        return driver_.SlewPulseDuration(nullptr, kPulseMs, kPulseMs, kPulseMs, kPulseMs, 0.5, 0.5);
+      });
+      break;
+    case Phase::kHandMove:
+      for (int i = 0; i < 3; ++i) {
+        watch_.AtOnce("Slew", [&] { return driver_.Slew(nullptr, 1, 1, 4); });
+      }
+      break;
+    case Phase::kClose:
+      // All of these wait, but for the one that the worker happens to take at once.
+      watch_.AtOnce("Home", [&] { return driver_.Home(nullptr); });
+      watch_.AtOnce("Park", [&] { return driver_.Park(nullptr); });
+      watch_.AtOnce("UnPark", [&] { return driver_.UnPark(nullptr); });
+      watch_.AtOnce("AlignReset", [&] { return driver_.AlignReset(nullptr); });
+      watch_.AtOnce("Sync", [&] { return driver_.Sync(nullptr, kTarget); });
+      watch_.AtOnce("SetGuideSpeed", [&] { return driver_.SetGuideSpeed(nullptr, 0.5, 0.5); });
+      return;
+    default:
+      break;
+  }
+  WaitForThePhase();
+}
+
+// A hand-off sends this one whatever becomes of the others.
+std::string MatrixCell::RequestCommand() const {
+  return phase_ == Phase::kHandOff ? "$SYLOC=" : PhaseCommand(phase_, seed_);
+}
+
+void MatrixCell::WaitForThePhase() {
+  const std::string command = RequestCommand();
+  if (command.empty() || phase_ == Phase::kStop) return;
+  const auto sent = [&] { return controller_.CountOf(command) > sentBefore_; };
+  Expect(Eventually([&] { return sent() || LinkIsClosed(); }, kSoon),
+         "the request was not sent: " + command);
+}
+
+void MatrixCell::Stop() {
+  // Anywhere in a cycle, but the same place again for the same seed.
+  if (phase_ != Phase::kClose) {
+    const auto place = static_cast<uint64_t>(kind_) * kPhases + static_cast<uint64_t>(phase_);
+    Sleep(simulator::RandomBits(seed_).Below(place, 150));
+  }
+  stopCalledMs_ = NowMs();
+  watch_.AtOnce("Stop", [&] { return driver_.Stop(nullptr); });
+  if (phase_ == Phase::kClose) return;  // the end follows at once
+  Eventually([&] { return controller_.Saw("$MTSTP=1") || LinkIsClosed(); }, kSoon);
+}
+
+void MatrixCell::End() {
+  const double calledMs = NowMs();
+  result_.endMs = Timed([&] { driver_.End(nullptr); }, "TelescopeEnd");
+  const double returnedMs = NowMs();
+  const Between during = ExchangesBetween(History(), calledMs, returnedMs);
+  Expect(during.polls <= 1, Formatted("the end took %d polls", during.polls));
+  // The command being performed, the stop's two, an unpark behind a hand-off.
+  Expect(during.others <= 4, Formatted("the end took %d commands", during.others));
+  // A train of pulses goes on without a link, and nothing but the train's length tells its end.
+  const bool pulses = phase_ == Phase::kPulses && !controller_.Saw("$MTSTP=1");
+  ExpectWithin(returnedMs - std::max(during.lastEndMs, calledMs),
+               kCycleSleepMs + kEndWorkMs + (pulses ? kPulseTrainMs : 0.0), "the end's return");
+}
+
+void MatrixCell::RunAnotherSession() {
+  driver_.SetLogPrefix(nullptr, "next");
+  const size_t before = watch_.Positions().size();
+  int32_t result = 0;
+  Timed([&] { result = driver_.Start(nullptr, controller_.Address().c_str(), nullptr, 0); },
+        "the next TelescopeStart");
+  Expect(result == 1, "the next session did not start");
+  Expect(Eventually([&] { return watch_.Positions().size() > before; }, kSoon),
+         "the next session has no position");
+  Timed([&] { driver_.End(nullptr); }, "the next TelescopeEnd");
+}
+
+// --- What must have held
+// ----------------------------------------------------------------------------
+
+void MatrixCell::ExpectStopInTime(const LinkHistory& history) {
+  if (!started_) return;
+  const auto stop = std::find_if(
+      history.exchanges.begin(), history.exchanges.end(), [&](const ModelExchange& exchange) {
+        return exchange.sentMs > stopCalledMs_ && exchange.command == "$MTSTP=1";
+      });
+  if (stop == history.exchanges.end()) {
+    const auto closing =
+        std::find_if(history.failures.begin(), history.failures.end(),
+                     [](const JournalEntry& entry) { return entry.reason == "Socket Close"; });
+    result_.stopKept = closing != history.failures.end();
+    Expect(result_.stopKept, "the stop was never sent");
+    return;
+  }
+  result_.stopMs = stop->sentMs - stopCalledMs_;
+  ExpectWithin(result_.stopMs, LongestStopMs(phase_), "the stop");
+  const Between before = ExchangesBetween(history, stopCalledMs_, stop->sentMs);
+  Expect(before.polls <= 1, Formatted("%d polls before the stop", before.polls));
+  // What belongs to the command that was being performed; without that the one that was being
+  // taken.
+  const int rest = phase_ == Phase::kHandOff ? 6 : phase_ == Phase::kPulses ? 4 : 1;
+  Expect(before.others <= rest, Formatted("%d commands before the stop", before.others));
+  const bool pulsed = phase_ == Phase::kPulses && before.lastWasMove;
+  const double sleepMs = kCycleSleepMs + (pulsed ? kPulseMs + kPulseGapMs : 0.0);
+  ExpectWithin(stop->sentMs - std::max(before.lastEndMs, stopCalledMs_), sleepMs + kStepMs,
+               "the stop after the exchange before it");
+}
+
+void MatrixCell::ExpectPositionsFromReplies(const LinkHistory& history) {
+  const std::vector<SkyPosition> polled = PolledPositions(history);
+  auto next = polled.begin();
+  for (const SkyPosition& position : watch_.Positions()) {
+    next = std::find(next, polled.end(), position);
+    Expect(next != polled.end(),
+           Formatted("the position %g, %g was in no reply", position.ra, position.dec));
+    if (next == polled.end()) return;
+  }
+  for (const ModelExchange& exchange : history.exchanges) {
+    if (exchange.command != "$MTSTA?" || !exchange.reply.starts_with("$MTSTA")) continue;
+    result_.oddPositions +=
+        std::find(statuses_.begin(), statuses_.end(), exchange.reply) == statuses_.end();
+  }
+}
+
+void MatrixCell::ExpectJournals(const LinkHistory& history) {
+  const std::vector<JournalEntry> all = Journal("next");
+  Expect(all == history.failures,
+         "journal:" + Texts(all) + "\n  instead of:" + Texts(history.failures));
+  // What failed after the host had asked for the end is only in the next session's.
+  const std::vector<JournalEntry> first = Journal("cell");
+  Expect(first.size() <= all.size() && std::equal(first.begin(), first.end(), all.begin()),
+         "the first session's journal:" + Texts(first));
+}
+
+std::vector<JournalEntry> MatrixCell::Journal(const std::string& prefix) const {
+  std::vector<JournalEntry> entries;
+  for (const auto& file : std::filesystem::directory_iterator(folder_.Path())) {
+    if (!file.path().filename().string().starts_with(prefix)) continue;
+    std::string text = ReadWholeFile(file.path()).value_or("");
+    for (size_t end = text.find("\r\n"); end != text.npos; end = text.find("\r\n")) {
+      const std::string line = text.substr(text.find(' ') + 1, end - text.find(' ') - 1);
+      const size_t colon = line.find(" : ");
+      entries.push_back({line.substr(0, colon), line.substr(colon + 3)});
+      text.erase(0, end + 2);
+    }
+  }
+  return entries;
+}
+
+void MatrixCell::Expect(bool holds, const std::string& what) {
+  if (!holds) result_.broken.push_back(what);
+}
+
+void MatrixCell::ExpectWithin(double tookMs, double limitMs, const char* what) {
+  const double delayMs = machine_.LongestMs();
+  Expect(tookMs <= limitMs + delayMs, Formatted("%s took %.0f ms, not %.0f and the machine's %.0f",
+                                                what, tookMs, limitMs, delayMs));
+}
+
+double MatrixCell::Timed(const std::function<void()>& call, const char* name) {
+  const double beginMs = NowMs();
+  auto done = std::async(std::launch::async, call);
+  if (done.wait_for(kHangs) != std::future_status::ready) {
+    // Nothing that the thread uses may go, so the program has to.
+    std::printf("%s does not return: %s in %s, seed %d\n", name, FaultName(kind_),
+                PhaseName(phase_), static_cast<int>(seed_));
+    std::fflush(stdout);
+    std::_Exit(EXIT_FAILURE);
+  }
+  return NowMs() - beginMs;
+}

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+// One cell of the fault matrix: a session whose network goes bad in one phase, a stop in the middle
+// of that, the end, and a session after it; everything seen from the outside is then held against
+// what the controller's log of the wire lets expect. Made and run once by one thread.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "simulator/scripted_controller.h"
+#include "tests/dll/driver_library.h"
+#include "tests/faults/fault_kinds.h"
+#include "tests/faults/host_watch.h"
+#include "tests/faults/link_model.h"
+#include "tests/faults/machine_delay.h"
+#include "tests/support/temp_folder.h"
+
+/// What a cell saw. Times are milliseconds; -1 for what did not take place.
+struct CellResult {
+  std::vector<std::string> broken;  ///< what did not hold, a line for a person each
+  double machineDelayMs = 0.0;      ///< the longest one meanwhile
+  double narrowMs = 0.0;            ///< how near to the end of the driver's patience a reply came
+  double callMs = 0.0;              ///< the longest of all calls that have to return at once
+  double checkMs = -1.0;
+  double startMs = -1.0;  ///< without the time from a message box to its answer
+  double stopMs = -1.0;   ///< from the call to the wire
+  double endMs = -1.0;
+  std::string record;  ///< of the wire, a line for each datagram
+  int exchanges = 0;
+  int failures = 0;       ///< lines in the journal
+  bool stopKept = false;  ///< the link was closed before the stop could be sent
+  int oddPositions = 0;   ///< polled from a line that is not a whole one of the controller's
+};
+
+class MatrixCell {
+ public:
+  MatrixCell(FaultKind kind, Phase phase, uint64_t seed);
+  ~MatrixCell();
+  CellResult Run();
+
+ private:
+  void Expect(bool holds, const std::string& what);
+  /// @param limitMs for the driver; the machine's delay comes on top
+  void ExpectWithin(double tookMs, double limitMs, const char* what);
+  double NowMs() const { return controller_.WireNowMs(); }
+  LinkHistory History() const { return WhatTheLinkMade(controller_.WireLog()); }
+  /// Whether an empty datagram has closed the link, so that nothing is sent anymore.
+  bool LinkIsClosed() const { return kind_ == FaultKind::kEmpty && History().closed; }
+  simulator::FaultChooser Faults() const { return PhaseFaults(kind_, phase_, seed_); }
+  /// Runs a call that may hang, and ends the program when it does. @return its duration
+  double Timed(const std::function<void()>& call, const char* name);
+
+  void Begin();
+  void CheckController();
+  void StartSession();
+  void StoreTexts();
+  void MakeTheRequest();
+  /// @return what shows on the wire that the phase has begun; empty in a start
+  std::string RequestCommand() const;
+  void WaitForThePhase();
+  void Stop();
+  void End();
+  void RunAnotherSession();
+
+  void ExpectStopInTime(const LinkHistory& history);
+  void ExpectPositionsFromReplies(const LinkHistory& history);
+  void ExpectJournals(const LinkHistory& history);
+  std::vector<JournalEntry> Journal(const std::string& prefix) const;
+
+  const FaultKind kind_;
+  const Phase phase_;
+  const uint64_t seed_;
+  TempFolder folder_;
+  simulator::ScriptedController controller_;
+  std::vector<std::string> statuses_;
+  DriverLibrary driver_;
+  MachineDelay machine_;
+  HostWatch watch_;
+  CellResult result_;
+  bool started_ = false;
+  int sentBefore_ = 0;  // the request's command, before the network went bad
+  double stopCalledMs_ = -1.0;
+};

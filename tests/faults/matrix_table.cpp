@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#include "tests/faults/matrix_table.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+
+#include "simulator/formatted.h"
+
+namespace {
+
+using simulator::Formatted;
+
+std::string MsText(double ms) {
+  return ms < 0.0 ? "" : Formatted("%.0f", ms);
+}
+
+void PrintRow(const std::string& title, const std::string (&texts)[kPhases]) {
+  std::printf("| %s |", title.c_str());
+  for (const std::string& text : texts) std::printf(" %s |", text.c_str());
+  std::printf("\n");
+}
+
+void PrintHead(const char* title) {
+  std::string names[kPhases];
+  for (int phase = 0; phase < kPhases; ++phase) names[phase] = PhaseName(Phase{phase});
+  PrintRow(title, names);
+  std::printf("|---|");
+  for (int phase = 0; phase < kPhases; ++phase) std::printf("---|");
+  std::printf("\n");
+}
+
+}  // namespace
+
+void MatrixTable::Add(FaultKind kind, Phase phase, const CellResult& result, int repeats) {
+  Cell& cell = cells_[static_cast<int>(kind)][static_cast<int>(phase)];
+  ++cell.run;
+  cell.held += result.broken.empty();
+  cell.stopsKept += result.stopKept;
+  Longest& longest = longest_[static_cast<int>(phase)];
+  longest.checkMs = std::max(longest.checkMs, result.checkMs);
+  longest.startMs = std::max(longest.startMs, result.startMs);
+  longest.stopMs = std::max(longest.stopMs, result.stopMs);
+  longest.endMs = std::max(longest.endMs, result.endMs);
+  longest.callMs = std::max(longest.callMs, result.callMs);
+  ++cellsRun_;
+  repeats_ += repeats;
+  exchanges_ += result.exchanges;
+  failures_ += result.failures;
+  oddPositions_ += result.oddPositions;
+  machineDelayMs_ = std::max(machineDelayMs_, result.machineDelayMs);
+}
+
+void MatrixTable::Print() const {
+  if (cellsRun_ == 0) return;
+  std::printf("\nRun and held; * so many stops had to stay unsent, the link being closed\n\n");
+  PrintHead("fault");
+  for (int kind = 0; kind < kFaultKinds; ++kind) {
+    std::string texts[kPhases];
+    for (int phase = 0; phase < kPhases; ++phase) {
+      const Cell& cell = cells_[kind][phase];
+      if (cell.run > 0) texts[phase] = Formatted("%d/%d", cell.held, cell.run);
+      if (cell.stopsKept > 0) texts[phase] += Formatted(" *%d", cell.stopsKept);
+    }
+    PrintRow(FaultName(FaultKind{kind}), texts);
+  }
+  std::printf("\nLongest times, ms\n\n");
+  PrintHead("call");
+  const auto row = [&](const char* title, double Longest::*field) {
+    std::string texts[kPhases];
+    for (int phase = 0; phase < kPhases; ++phase) texts[phase] = MsText(longest_[phase].*field);
+    PrintRow(title, texts);
+  };
+  row("TelescopeCheck", &Longest::checkMs);
+  row("TelescopeStart", &Longest::startMs);
+  row("TelescopeStop to the wire", &Longest::stopMs);
+  row("TelescopeEnd", &Longest::endMs);
+  row("every other call", &Longest::callMs);
+  std::printf(
+      "\n%d cells, %d exchanges, %d lines in the journals as predicted; %d polls told a position "
+      "from "
+      "a line that was garbled or joined of two;\n%d cells repeated because the machine was busy; "
+      "its "
+      "longest delay %.0f ms\n",
+      cellsRun_, exchanges_, failures_, oddPositions_, repeats_, machineDelayMs_);
+}

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// What the cells of the fault matrix saw, added up and printed as tables for docs/reliability.md.
+// One thread.
+#pragma once
+
+#include "tests/faults/matrix_cell.h"
+
+class MatrixTable {
+ public:
+  /// @param repeats how often the cell was run before because the machine was too busy
+  void Add(FaultKind kind, Phase phase, const CellResult& result, int repeats);
+  /// Prints nothing when no cell was added.
+  void Print() const;
+
+ private:
+  struct Cell {
+    int run = 0;
+    int held = 0;
+    int stopsKept = 0;
+  };
+  /// The longest times of a phase, milliseconds.
+  struct Longest {
+    double checkMs = -1.0;
+    double startMs = -1.0;
+    double stopMs = -1.0;
+    double endMs = -1.0;
+    double callMs = -1.0;
+  };
+
+  Cell cells_[kFaultKinds][kPhases];
+  Longest longest_[kPhases];
+  int cellsRun_ = 0;
+  int repeats_ = 0;
+  int exchanges_ = 0;
+  int failures_ = 0;
+  int oddPositions_ = 0;
+  double machineDelayMs_ = 0.0;
+};
