@@ -34,6 +34,7 @@ ON_WM_LBUTTONDOWN()
 ON_WM_LBUTTONUP()
 ON_WM_MOUSEMOVE()
 ON_WM_CANCELMODE()
+ON_WM_CAPTURECHANGED()
 END_MESSAGE_MAP()
 
 COrlSpinButton::COrlSpinButton() {
@@ -110,13 +111,22 @@ void COrlSpinButton::OnMouseMove(UINT, CPoint point) {
 }
 
 void COrlSpinButton::OnLButtonUp(UINT, CPoint) {
-  heldArrow = kNoArrow;
-  SetPressed(kNoArrow);
+  LetGo();
   Default();
 }
 
 void COrlSpinButton::OnCancelMode() {
+  LetGo();
+  Default();
+}
+
+// Another window has taken the mouse, so the release will not come here.
+void COrlSpinButton::OnCaptureChanged(HWND) {
+  LetGo();
+  Default();
+}
+
+void COrlSpinButton::LetGo() {
   heldArrow = kNoArrow;
   SetPressed(kNoArrow);
-  Default();
 }

@@ -22,6 +22,7 @@ class COrlSpinButton : public CSpinButtonCtrl, public COrlDialogBase {
   void OnLButtonUp(UINT flags, CPoint point);
   void OnMouseMove(UINT flags, CPoint point);
   void OnCancelMode();
+  void OnCaptureChanged(HWND window);
 
  private:
   static constexpr int kNoArrow = -1;
@@ -32,6 +33,7 @@ class COrlSpinButton : public CSpinButtonCtrl, public COrlDialogBase {
   int ArrowAt(CPoint point) const;
   void PaintArrow(CDC& dc, int arrow);
   void SetPressed(int arrow);
+  void LetGo();
 
   CBitmap arrows;               // 2 columns, 3 rows
   int heldArrow = kNoArrow;     // the mouse button went down on it

@@ -10,6 +10,15 @@ constexpr COLORREF kBandTop = RGB(70, 50, 90);
 // Where the dialog has a gradient for its ground, in dialog units.
 constexpr RECT kBands[] = {{110, 90, 206, 118}, {214, 202, 324, 232}};
 
+// A control that is not told when it loses the mouse, so that it stays as it was pressed.
+template <typename Control>
+class CStaysPressed : public Control {
+ protected:
+  LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+    return message == WM_CAPTURECHANGED ? 0 : Control::WindowProc(message, wParam, lParam);
+  }
+};
+
 // Holds the left mouse button down on a control, as far as the control can tell.
 void Press(const CWnd& control, CPoint point) {
   control.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(point.x, point.y));
@@ -63,7 +72,7 @@ void CDlgGallery::AttachEditsAndSpins() {
   for (UINT id = IDC_EDIT_NORMAL; id <= IDC_EDIT_DISABLED; ++id)
     New<COrlEdit>().AttachEdit(id, this);
   for (UINT id = IDC_SPIN_NORMAL; id <= IDC_SPIN_LYING_DISABLED; ++id) {
-    auto& spin = New<COrlSpinButton>();
+    auto& spin = New<CStaysPressed<COrlSpinButton>>();
     spin.AttachSpinButton(id, this);
     if (id == IDC_SPIN_PRESSED || id == IDC_SPIN_LYING_PRESSED) Press(spin, {3, 3});
   }
@@ -71,7 +80,7 @@ void CDlgGallery::AttachEditsAndSpins() {
 
 void CDlgGallery::AttachSliders() {
   for (UINT id = IDC_SLIDER_TOP; id <= IDC_SLIDER_VERTICAL_SELECTION; ++id) {
-    auto& slider = New<COrlSlider>();
+    auto& slider = New<CStaysPressed<COrlSlider>>();
     slider.AttachSlider(id, this);
     slider.SetTicFreq(1);
     slider.SetRange(0, 8, TRUE);

@@ -4,6 +4,7 @@
 
 #include "res/resource_ids.h"
 #include "tests/support/eventually.h"
+#include "tests/ui/gdi_objects.h"
 #include "tests/ui/open_controller.h"
 #include "ui/frame_sizes.h"
 #include "ui/orl_dialog.h"
@@ -486,6 +487,19 @@ TEST(CaptionBoxesTest, AFrameThatIsWiderThanTheBandsIsPaintedToItsClientArea) {
     EXPECT_EQ(PixelOf(window, at.x, at.y), kDark) << at.x << ' ' << at.y;
   }
   DestroyWindow(window);
+}
+
+// Boxes of a dialog's own; the library's have none.
+TEST(CaptionBoxesTest, ANewSetOfCustomBoxesReplacesTheOldOne) {
+  App();
+  CPaintCaption painter;
+  const int before = CountGdiObjects();
+  painter.SetCustomButtons(IDB_CAPTION_BUTTONS, 3);
+  EXPECT_EQ(CountGdiObjects(), before + 1);
+  painter.SetCustomButtons(IDB_CAPTION_BUTTONS, 2);
+  EXPECT_EQ(CountGdiObjects(), before + 1);
+  painter.ClearCustomButtons();
+  EXPECT_EQ(CountGdiObjects(), before);
 }
 
 TEST(CaptionBoxesTest, AMinimisedWindowIsNotPainted) {

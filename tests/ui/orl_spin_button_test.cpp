@@ -123,6 +123,18 @@ TEST_F(SpinButton, LetsGoWhenTheSystemCancels) {
   ExpectArrow(1, 0);
 }
 
+// The release then comes to somebody else.
+TEST_F(SpinButton, LetsGoWhenTheMouseIsTakenAway) {
+  MakeStanding();
+  Press(spin.m_hWnd, kUp);
+  ASSERT_EQ(::GetCapture(), spin.m_hWnd);
+  ::SetCapture(parent.m_hWnd);
+  ExpectArrow(0, 0);
+  MoveTo(spin.m_hWnd, kUp);
+  ExpectArrow(0, 0);
+  ::ReleaseCapture();
+}
+
 TEST_F(SpinButton, AsksForPaintWhenTheShownArrowChanges) {
   MakeStanding();
   Press(spin.m_hWnd, kUp);
