@@ -16,6 +16,8 @@ using testing::StartsWith;
 
 TEST_F(VelquinctlTest, EveryWrongInputIsOneLineAndExitCode2) {
   const std::string a = Address();
+  std::string longWord;  // of two bytes a character
+  for (int i = 0; i < 5000; ++i) longWord += "\u00FC";
   const std::vector<std::vector<std::string>> wrong = {
       {},
       {"got", a},
@@ -40,11 +42,16 @@ TEST_F(VelquinctlTest, EveryWrongInputIsOneLineAndExitCode2) {
       {"site", a, "--latitude", "9", "--longitude", "0", "--time", "2026-02-30T00:00"},
       {"ini", a, "C:\\no such file.ini", "Mount"},
       {"run", "C:\\no such file.txt"},
+      {longWord},
+      {"status", longWord + "\n"},
+      {"status", a, "--timeout", longWord},
+      {"run", longWord},
   };
   for (const auto& words : wrong) {
     const ProgramResult result = RunVelquinctl(words);
-    const std::string shown = testing::PrintToString(words);
+    const std::string shown = testing::PrintToString(words).substr(0, 200);
     EXPECT_EQ(result.exitCode, 2) << shown;
+    EXPECT_LE(result.error.size(), 820u) << shown;
     EXPECT_EQ(result.out, "") << shown;
     EXPECT_THAT(result.ErrorLines(), SizeIs(1)) << shown << result.error;
     EXPECT_THAT(result.error, StartsWith("velquinctl: ")) << shown;
