@@ -16,8 +16,21 @@ add_custom_command(OUTPUT ${microsoft_library}
   DEPENDS ${library_exports}
   COMMENT "Making velquin.lib" VERBATIM)
 add_custom_target(velquin_microsoft_library DEPENDS ${microsoft_library})
+
+# The pages for users and for authors of hosts; those that stay behind are for who changes the driver.
+set(pages hosts.md protocol.md reference.md troubleshooting.md velquinctl.md windows.md)
+set(page_script ${PROJECT_SOURCE_DIR}/scripts/lib/package_pages.py)
+list(TRANSFORM pages PREPEND ${PROJECT_SOURCE_DIR}/docs/ OUTPUT_VARIABLE page_sources)
+list(TRANSFORM pages PREPEND ${package_build}/docs/ OUTPUT_VARIABLE packaged_pages)
+add_custom_command(OUTPUT ${packaged_pages}
+  COMMAND python3 ${page_script} ${PROJECT_SOURCE_DIR} ${package_build}/docs ${pages}
+  DEPENDS ${page_script} ${page_sources}
+  COMMENT "Making the package's pages" VERBATIM)
+add_custom_target(velquin_package_pages DEPENDS ${packaged_pages})
+
 add_custom_target(package_files)
-add_dependencies(package_files velquin velquinctl velquin-sim velquin_microsoft_library)
+add_dependencies(package_files velquin velquinctl velquin-sim velquin_microsoft_library
+  velquin_package_pages)
 
 configure_file(${package_folder}/README.txt.in ${package_build}/README.txt @ONLY NEWLINE_STYLE CRLF)
 # Before 1.0 a new minor version may change the interface.
@@ -38,6 +51,9 @@ foreach(example README.md c/CMakeLists.txt c/goto.c cpp/CMakeLists.txt cpp/goto.
   install(FILES ${PROJECT_SOURCE_DIR}/examples/${example}
     DESTINATION examples/${folder} COMPONENT package)
 endforeach()
+install(FILES ${packaged_pages} DESTINATION docs COMPONENT package)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/images DESTINATION docs COMPONENT package
+  FILES_MATCHING PATTERN *.png)
 install(FILES ${package_build}/README.txt ${PROJECT_SOURCE_DIR}/CHANGELOG.md
   DESTINATION . COMPONENT package)
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION . RENAME LICENSE.txt COMPONENT package)

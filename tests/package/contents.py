@@ -7,6 +7,7 @@ Usage: contents.py ZIP VERSION REPOSITORY
   - all with the time of the last commit, readable by everybody
   - the project's version in all places that tell one
   - no path of the machine that it was made on
+  - no link of a page that leads out of it, or to nothing
 """
 import os
 import subprocess
@@ -14,6 +15,10 @@ import sys
 import time
 import zipfile
 from pathlib import Path
+
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts/lint.d"))
+from check_links import link_problem, links  # noqa: E402
 
 FILES = """
 CHANGELOG.md
@@ -23,6 +28,20 @@ SHA256SUMS
 bin/velquin-sim.exe
 bin/velquin.dll
 bin/velquinctl.exe
+docs/hosts.md
+docs/images/below-horizon.png
+docs/images/detail.png
+docs/images/disabled.png
+docs/images/gallery.png
+docs/images/held.png
+docs/images/idle.png
+docs/images/no-response.png
+docs/images/sync-question.png
+docs/protocol.md
+docs/reference.md
+docs/troubleshooting.md
+docs/velquinctl.md
+docs/windows.md
 examples/README.md
 examples/c/CMakeLists.txt
 examples/c/goto.c
@@ -85,6 +104,14 @@ def check_paths(read, repository):
             expect(path == "/" or not found, f"{file} contains {path}")
 
 
+def check_links(package):
+    folders = {str(parent) for file in FILES for parent in Path(file).parents}
+    for page in (file for file in FILES if file.endswith(".md")):
+        for number, target in links((package / page).read_text(encoding="utf-8")):
+            problem = link_problem(package, page, target, FILES, folders)
+            expect(not problem, f"{page}:{number}: {problem}")
+
+
 def main():
     target, version, repository = sys.argv[1:]
     folder = f"velquin-{version}-win64"
@@ -95,6 +122,7 @@ def main():
             read = lambda file: archive.read(f"{folder}/{file}")
             check_version(read, version)
             check_paths(read, repository)
+            check_links(zipfile.Path(archive, f"{folder}/"))
     print("\n".join(problems) or f"{len(FILES)} files")
     return 1 if problems else 0
 
