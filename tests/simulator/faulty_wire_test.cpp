@@ -4,16 +4,19 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <chrono>
 
 #include "simulator/fault_dice.h"
 #include "simulator/scripted_controller.h"
 #include "simulator/simulator.h"
 #include "tests/simulator/loopback_client.h"
+#include "tests/support/eventually.h"
 
 namespace simulator {
 namespace {
 
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::StartsWith;
 
@@ -164,10 +167,14 @@ class FaultySimulator : public testing::Test {
   // Time stands still for the mount, so that it says the same in every run.
   static std::vector<std::string> Run(const FaultChooser& faults) {
     std::vector<std::string> lines;
+    std::atomic<bool> isDone = false;
     SimulatorOptions options;
     options.port = 0;
     options.faults = faults;
-    options.recorder = [&lines](WireDatagram datagram) {
+    options.recorder = [&lines, &isDone](WireDatagram datagram) {
+      // When one more command comes in, everything before it is on the wire.
+      isDone = isDone || datagram.exchange > kExchanges;
+      if (isDone) return;
       datagram.timeMs = 0.0;
       datagram.peer = "host";
       lines.push_back(WireRecordLine(datagram));
@@ -175,15 +182,13 @@ class FaultySimulator : public testing::Test {
     Simulator simulated(options, {}, [] { return 0.0; });
     EXPECT_TRUE(simulated.Start());
     LoopbackClient host(options.address, simulated.Port());
-    for (int i = 0; i < 40; ++i) {
-      host.Send(i % 2 == 0 ? "$MTSTA?\r\n" : "$SYVER?\r\n");
-      while (host.Receive(kPatienceMs) != "(nothing)") continue;
-    }
+    for (int i = 0; i <= kExchanges; ++i) host.Send(i % 2 == 0 ? "$MTSTA?\r\n" : "$SYVER?\r\n");
+    EXPECT_TRUE(Eventually([&] { return isDone.load(); }, 10s));
     simulated.Stop();
     return lines;
   }
 
-  static constexpr int kPatienceMs = 20;
+  static constexpr int kExchanges = 40;
 };
 
 TEST_F(FaultySimulator, RepeatsARecordedRunByteForByte) {
@@ -197,7 +202,7 @@ TEST_F(FaultySimulator, RepeatsARecordedRunByteForByte) {
   RecordedFaults recorded;
   std::string complaint;
   ASSERT_TRUE(ReadWireRecord(text, recorded, complaint)) << complaint;
-  EXPECT_EQ(recorded.size(), 40u);
+  EXPECT_EQ(recorded.size(), size_t{kExchanges});
   EXPECT_EQ(Run(ReplayOf(recorded)), lines);
   EXPECT_NE(Run({}), lines);
 }
