@@ -119,7 +119,7 @@ void CPaintCaption::PaintText(CDC& dc, HWND window, const CRect& frame, bool act
     for (const CRect& rect : buttonRects) {
       if (!rect.IsRectEmpty()) end = std::min(end, rect.left);
     }
-    band.left = hasCustomButtons ? customArea.right : sizes.side;
+    band.left = std::max<LONG>(sizes.side, hasCustomButtons ? customArea.right : 0);
     band.right = end;
     const auto width = [&](const CString& part) {
       return dc.GetTextExtent(part, part.GetLength()).cx;
