@@ -116,7 +116,7 @@ class CTelescope : public CThreadCtrl {
   void OnReset() override;
   int OnPoll() override;
   int OnProcess() override;
-  int OnStart() override;
+  int OnStart() override REQUIRES(sessionLock);
   int OnEnd() override;
 
  private:
@@ -135,7 +135,7 @@ class CTelescope : public CThreadCtrl {
   void MarkSession(bool active);
   bool InSession();
   void UndoStart();
-  int Probe(char* version, size_t versionSize, char* extra);
+  int Probe(char* version, size_t versionSize, char* extra) REQUIRES(sessionLock);
   int AnswerCheck(char* version, size_t versionSize, char* extra);
   int Handshake();
   void WriteJournal();
@@ -163,7 +163,7 @@ class CTelescope : public CThreadCtrl {
   int Read(int32_t CTelescope::*flag);
 
   CVQCtrlW device;
-  CString address;  // changed by Start and Check only, while no session runs
+  CString address GUARDED_BY(sessionLock);  // changed by Start and Check, while no session runs
   double position[2] GUARDED_BY(lock) = {-1.0, -1.0};  // degrees; last one read
   double target[2] GUARDED_BY(lock) = {0.0, 0.0};      // degrees; for goto and sync
   std::atomic<int32_t> PollFailCount = 0;              // failed polls in a row

@@ -45,6 +45,7 @@ int CWinApp::DoMessageBox(LPCSTR prompt, UINT type, UINT) {
 
 void CWinApp::SetCurrentHandles() {
   CString title;
+  const CSingleLock guard(m_nameLock);
   if (m_pszAppName == nullptr && title.LoadString(kAppTitleId)) SetAppName(title);
 }
 

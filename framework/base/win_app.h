@@ -33,7 +33,7 @@ class CWinApp {
 
   /// Title of message boxes; owned, from the C heap. To be read where no other thread can be in
   /// SetAppName; else there is AppName.
-  LPCSTR m_pszAppName = nullptr;
+  LPCSTR m_pszAppName GUARDED_BY(m_nameLock) = nullptr;
 
  private:
   friend BOOL AfxSocketInit();

@@ -7,6 +7,8 @@ Looks at every file that git tracks or would track:
   - an #include may point only down (the table below; docs and README tell why)
   - a header is guarded, and every source, script and CMake file has its SPDX line on top
   - only the folders of the operating-system seam include its headers
+  - a lock names what it guards, and nothing is taken from the thread-safety analysis without a
+    comment that says why, on the line or above it
   - text stands on its own: it refers to no paper or folder outside the repository
 
 Prints FILE:LINE: what is wrong, a line of figures last, and exits with 1 when there is anything.
@@ -56,6 +58,10 @@ FOREIGN_TEXT = [
     re.compile(r"\b[P]art \d+\.\d+"),
     re.compile(r"\.\./share[d]\b|/wor[k]/"),
 ]
+# What keeps clang's thread-safety analysis from looking, and a lock that it is to look at.
+UNCHECKED = re.compile(r"no_thread_[s]afety_analysis|[w]no-thread-safety|ignored.*[-]Wthread-safety",
+                       re.IGNORECASE)
+LOCK_FIELD = re.compile(r"\s*(?:mutable )?CCriticalSection (\w+);")
 INCLUDE = re.compile(r'\s*#\s*include\s*([<"])([^>"]+)[>"]')
 
 
@@ -111,6 +117,25 @@ def whole_file_problems(name, lines):
             yield 1, "header without #pragma once or guard"
 
 
+def says_why(lines, number):
+    """Whether a comment of at least four words stands on a line or ends right above it."""
+    above = lines[number - 2].strip() if number > 1 else ""
+    beside = re.split(r"//|#\s", lines[number - 1], maxsplit=1)[1:]
+    comments = beside + ([above] if above.startswith(("//", "# ")) else [])
+    return any(len(re.findall(r"[A-Za-z]{2,}", comment)) >= 4 for comment in comments)
+
+
+def lock_problems(name, lines):
+    """What is wrong about locks and their analysis."""
+    text = "\n".join(lines)
+    for number, line in enumerate(lines, 1):
+        if UNCHECKED.search(line) and not says_why(lines, number):
+            yield number, "taken from the thread-safety analysis without a comment that says why"
+        field = LOCK_FIELD.match(line) if name.endswith(".h") else None
+        if field and not re.search(rf"(GUARDED_BY|REQUIRES)\({field.group(1)}\)", text):
+            yield number, f"nothing is GUARDED_BY({field.group(1)})"
+
+
 def problems(repository, name):
     for pattern in FOREIGN_TEXT:
         if pattern.search(name):
@@ -120,6 +145,7 @@ def problems(repository, name):
         return  # an image
     lines = data.decode("utf-8", errors="replace").splitlines()
     yield from whole_file_problems(name, lines)
+    yield from lock_problems(name, lines)
     source = Path(name).suffix in (".h", ".cpp", ".c", ".inc")
     for number, line in enumerate(lines, 1):
         for pattern in FOREIGN_TEXT:

@@ -25,11 +25,12 @@ HRESULT ErrorOfANewLock() {
   return 0;
 }
 
-// The analysis of locks knows none that may be entered twice.
+// The analysis of locks knows none that may be entered twice ...
 VELQUIN_ANNOTATE(no_thread_safety_analysis) void EnterAgain(CCriticalSection& section) {
   section.Lock();
 }
 
+// ... and none that is left as often.
 VELQUIN_ANNOTATE(no_thread_safety_analysis) void LeaveOnce(CCriticalSection& section) {
   section.Unlock();
 }
