@@ -11,6 +11,27 @@ set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 
 find_package(Threads REQUIRED)
 
+# Set by the presets native-asan and native-tsan, which the sanitizers' flags for the linker belong to.
+set(VELQUIN_SANITIZE "" CACHE STRING "What clang watches in the code under test: address,undefined or thread")
+# The tests take most of the time to compile, so they get no more than they need: what they have of
+# our templates may be what the linker takes for everybody.
+set(VELQUIN_SANITIZE_TESTS "" CACHE STRING "What clang watches in the tests: address or thread")
+
+function(velquin_sanitize target)
+  if(NOT VELQUIN_SANITIZE)
+    return()
+  endif()
+  # What clang thinks of the text is scripts/lint's business; here another compiler has had its say.
+  target_compile_options(${target} PRIVATE -Wno-error)
+  string(FIND "${CMAKE_CURRENT_SOURCE_DIR}/" "${PROJECT_SOURCE_DIR}/tests/" place)
+  if(place EQUAL 0)
+    target_compile_options(${target} PRIVATE -fsanitize=${VELQUIN_SANITIZE_TESTS})
+  else()
+    target_compile_options(${target} PRIVATE -fsanitize=${VELQUIN_SANITIZE} -O1)
+  endif()
+  target_compile_options(${target} PRIVATE -fno-sanitize-recover=all -fno-omit-frame-pointer)
+endfunction()
+
 function(velquin_compile_options target)
   target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
   target_compile_options(${target} PRIVATE -Wall -Wextra -Werror -ffunction-sections
@@ -18,6 +39,7 @@ function(velquin_compile_options target)
   if(WIN32)
     target_compile_definitions(${target} PRIVATE _WIN32_WINNT=0x0601 WIN32_LEAN_AND_MEAN NOMINMAX)
   endif()
+  velquin_sanitize(${target})
 endfunction()
 
 # velquin_library(NAME SOURCES file... [DEPENDS target...]): one folder's static library.
