@@ -45,7 +45,8 @@ SYSTEM_FOLDERS = ("platform/", "framework/win/", "ui/", "console/", "tests/", "b
 SYSTEM_FILES = ("api/dll_main.cpp", "api/module_frame.cpp")
 SYSTEM_HEADER = re.compile(
     r"(windows|winsock2?|ws2tcpip|shlobj|shellapi|commctrl|tlhelp32|unistd|pthread|"
-    r"sys/[a-z_]+|netinet/[a-z_]+|arpa/[a-z_]+|netdb|poll|dlfcn)\.h"
+    r"sys/[a-z_]+|netinet/[a-z_]+|arpa/[a-z_]+|netdb|poll|dlfcn)\.h",
+    re.IGNORECASE,
 )
 
 NEEDS_LICENCE = {".h", ".cpp", ".c", ".inc", ".rc", ".def", ".py", ".cmake", ".sh"}
@@ -83,6 +84,8 @@ def folder_of(name):
 def include_problem(name, repository, bracket, header):
     """Why a file may not include a header; None when it may."""
     folder = folder_of(name)
+    if bracket == "<" and (repository / header).is_file():
+        return f"<{header}> is a file of the repository, which is included in quotes"
     if bracket == "<":
         free = name.startswith(SYSTEM_FOLDERS) or name in SYSTEM_FILES
         if SYSTEM_HEADER.fullmatch(header) and not free:
@@ -122,7 +125,8 @@ def says_why(lines, number):
     above = lines[number - 2].strip() if number > 1 else ""
     beside = re.split(r"//|#\s", lines[number - 1], maxsplit=1)[1:]
     comments = beside + ([above] if above.startswith(("//", "# ")) else [])
-    return any(len(re.findall(r"[A-Za-z]{2,}", comment)) >= 4 for comment in comments)
+    reasons = [comment for comment in comments if SPDX not in comment]
+    return any(len(re.findall(r"[A-Za-z]{2,}", reason)) >= 4 for reason in reasons)
 
 
 def lock_problems(name, lines):
