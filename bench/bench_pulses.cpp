@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "bench/driver_library.h"
 #include "simulator/scripted_controller.h"
+#include "tests/support/driver_library.h"
 
 namespace {
 
@@ -23,7 +23,7 @@ struct Train {
 std::vector<double> LatenessOfTrain(const DriverLibrary& driver,
                                     simulator::ScriptedController& controller, int pulseMs) {
   controller.Clear();
-  driver.pulse(nullptr, pulseMs, pulseMs, pulseMs, pulseMs, 0.5, 0.5);
+  driver.SlewPulseDuration(nullptr, pulseMs, pulseMs, pulseMs, pulseMs, 0.5, 0.5);
   controller.WaitForCount("$MTMV2=", 4, 5000 + 4 * pulseMs);
   controller.WaitFor("$MTSTA?", 5000);
   std::vector<double> lateness;
@@ -60,11 +60,10 @@ void Print(int pulseMs, std::vector<double> lateness) {
 }  // namespace
 
 int main() {
-  DriverLibrary driver;
-  if (!driver.IsReady()) return 1;
+  const DriverLibrary driver;
   simulator::ScriptedController controller;
   controller.LooksLikeAMount();
-  if (driver.start(nullptr, controller.Address().c_str(), nullptr, 0) == 0) return 1;
+  if (driver.Start(nullptr, controller.Address().c_str(), nullptr, 0) == 0) return 1;
   for (const Train& train : {Train{20, 60}, Train{100, 30}, Train{500, 10}, Train{1000, 6}}) {
     std::vector<double> all;
     for (int i = 0; i < train.repeats; ++i) {
@@ -73,6 +72,6 @@ int main() {
     }
     Print(train.pulseMs, all);
   }
-  driver.end(nullptr);
+  driver.End(nullptr);
   return 0;
 }

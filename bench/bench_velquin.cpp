@@ -88,7 +88,6 @@ void BenchDecode() {
 
 void BenchGetPos() {
   PositionReader reader;
-  if (!reader.IsReady()) return;
   std::vector<double> ns;
   double radec[2];
   constexpr int kRounds = 200;

@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <vector>
 
-#include "api/telescope_api.h"
 #include "bench/stopwatch.h"
+#include "tests/support/driver_library.h"
 
 namespace {
 
@@ -34,8 +34,8 @@ bool IsPainted(HWND window) {
 }
 
 // Opens the window and handles messages as a host does until it is painted.
-bool OpenAndPaint(TelescopeDialogFn dialog) {
-  dialog(nullptr, 1);
+bool OpenAndPaint(const DriverLibrary& library) {
+  library.Dialog(nullptr, 1);
   HWND window = nullptr;
   EnumThreadWindows(GetCurrentThreadId(), &FindController, reinterpret_cast<LPARAM>(&window));
   if (window == nullptr || !IsWindowVisible(window)) return false;
@@ -51,18 +51,12 @@ bool OpenAndPaint(TelescopeDialogFn dialog) {
 }  // namespace
 
 int main() {
-  HMODULE library = LoadLibraryW(L"velquin.dll");
-  const auto dialog = reinterpret_cast<TelescopeDialogFn>(reinterpret_cast<void*>(
-      library == nullptr ? nullptr : GetProcAddress(library, "TelescopeDialog")));
-  if (dialog == nullptr) {
-    std::printf("velquin.dll cannot be loaded\n");
-    return 1;
-  }
+  const DriverLibrary library;
   std::vector<double> ms;
   for (int round = 0; round < kRounds; ++round) {
     bool painted = false;
-    ms.push_back(NanosecondsPerCall(1, [&] { painted = OpenAndPaint(dialog); }) / 1e6);
-    dialog(nullptr, 0);
+    ms.push_back(NanosecondsPerCall(1, [&] { painted = OpenAndPaint(library); }) / 1e6);
+    library.Dialog(nullptr, 0);
     if (!painted) {
       std::printf("the hand controller cannot be shown\n");
       return 1;
@@ -71,6 +65,5 @@ int main() {
   const double median = Median(ms);
   std::printf("%-28s %10.2f ms   first %.2f ms   limit %.0f ms   ratio %.3f\n",
               "hand controller, painted", median, ms.front(), kLimitMs, median / kLimitMs);
-  FreeLibrary(library);
   return median < kLimitMs ? 0 : 1;
 }

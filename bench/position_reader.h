@@ -9,7 +9,6 @@ class PositionReader {
  public:
   PositionReader();
   ~PositionReader();
-  bool IsReady() const;
   const char* Name() const;
   void Read(double* radec);
 

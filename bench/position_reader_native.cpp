@@ -10,10 +10,6 @@ PositionReader::PositionReader() : driver(std::make_unique<Driver>()) {}
 
 PositionReader::~PositionReader() = default;
 
-bool PositionReader::IsReady() const {
-  return true;
-}
-
 const char* PositionReader::Name() const {
   return "CTelescope::GetPos";
 }

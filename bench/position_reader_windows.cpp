@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "bench/driver_library.h"
 #include "bench/position_reader.h"
+#include "tests/support/driver_library.h"
 
 struct PositionReader::Driver {
   DriverLibrary library;
@@ -10,14 +10,10 @@ PositionReader::PositionReader() : driver(std::make_unique<Driver>()) {}
 
 PositionReader::~PositionReader() = default;
 
-bool PositionReader::IsReady() const {
-  return driver->library.IsReady();
-}
-
 const char* PositionReader::Name() const {
   return "TelescopeGetPos";
 }
 
 void PositionReader::Read(double* radec) {
-  driver->library.getPos(nullptr, radec);
+  driver->library.GetPos(nullptr, radec);
 }

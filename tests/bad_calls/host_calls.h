@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/dll/driver_library.h"
+#include "tests/support/driver_library.h"
 
 struct HostCall {
   std::string name;  ///< without "Telescope"

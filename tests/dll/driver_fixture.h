@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "simulator/scripted_controller.h"
-#include "tests/dll/driver_library.h"
 #include "tests/dll/message_boxes.h"
+#include "tests/support/driver_library.h"
 #include "tests/support/eventually.h"
 #include "tests/support/temp_folder.h"
 

@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "tests/dll/driver_library.h"
+#include "tests/support/driver_library.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <random>
 
-#include "tests/endurance/driver_fixture.h"
+#include "tests/dll/driver_fixture.h"
 #include "tests/endurance/run_length.h"
 
 namespace {

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "tests/endurance/driver_fixture.h"
+#include "tests/dll/driver_fixture.h"
 #include "tests/endurance/process_figures.h"
 #include "tests/endurance/run_length.h"
 
@@ -37,14 +37,11 @@ TEST(ManyLoads, GiveBackWhatTheyTake) {
   int64_t before = 0;
   for (int i = 0; i < loads; ++i) {
     if (i == 10) before = CommittedKiB();
-    const HMODULE library = LoadLibraryW(L"velquin.dll");
-    ASSERT_NE(library, nullptr) << "load " << i;
-    const auto getStatus = reinterpret_cast<TelescopeGetStatusFn>(
-        reinterpret_cast<void*>(GetProcAddress(library, "TelescopeGetStatus")));
-    ASSERT_EQ(getStatus(nullptr), 1);
-    ASSERT_TRUE(FreeLibrary(library));
+    DriverLibrary library;
+    ASSERT_EQ(library.GetStatus(nullptr), 1) << "load " << i;
+    library.Unload();
+    ASSERT_FALSE(DriverLibrary::IsLoaded()) << "load " << i;
   }
-  EXPECT_FALSE(Driver::IsLoaded());
   // Less than 4 KiB a load in the short version; the C++ runtime alone takes 73.
   const int64_t after = CommittedKiB();
   EXPECT_LT(after - before, 400);

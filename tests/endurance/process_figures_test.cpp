@@ -7,10 +7,10 @@
 #include <thread>
 #include <vector>
 
-#include "tests/dll/driver_library.h"
 #include "tests/endurance/library_memory.h"
 #include "tests/endurance/process_figures.h"
 #include "tests/endurance/trend.h"
+#include "tests/support/driver_library.h"
 #include "tests/support/eventually.h"
 
 namespace {

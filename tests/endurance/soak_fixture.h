@@ -11,11 +11,11 @@
 #include <string>
 #include <vector>
 
-#include "tests/dll/driver_library.h"
 #include "tests/endurance/library_memory.h"
 #include "tests/endurance/run_length.h"
 #include "tests/endurance/steady_controller.h"
 #include "tests/endurance/trend.h"
+#include "tests/support/driver_library.h"
 #include "tests/support/temp_folder.h"
 
 class Soak : public testing::Test {

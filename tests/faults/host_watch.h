@@ -11,8 +11,8 @@
 #include <utility>
 #include <vector>
 
-#include "tests/dll/driver_library.h"
 #include "tests/faults/link_model.h"
+#include "tests/support/driver_library.h"
 
 class HostWatch {
  public:

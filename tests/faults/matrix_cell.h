@@ -11,11 +11,11 @@
 #include <vector>
 
 #include "simulator/scripted_controller.h"
-#include "tests/dll/driver_library.h"
 #include "tests/faults/fault_kinds.h"
 #include "tests/faults/host_watch.h"
 #include "tests/faults/link_model.h"
 #include "tests/faults/machine_delay.h"
+#include "tests/support/driver_library.h"
 #include "tests/support/temp_folder.h"
 
 /// What a cell saw. Times are milliseconds; -1 for what did not take place.

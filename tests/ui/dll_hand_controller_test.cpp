@@ -83,13 +83,7 @@ TEST_F(HandController, GotoGoesToTheTargetWithoutAsking) {
 }
 
 TEST_F(HandController, SyncAsksFirst) {
-  Connect();
-  SetTarget();
-  OpenWindow();
-  ASSERT_TRUE(WaitEnabled(kSync));
-  BeginClick(kSync);
-  HWND box = WaitForDialogWith(kMessageText);
-  ASSERT_NE(box, nullptr);
+  RaiseSyncQuestion();
   EXPECT_EQ(TextOf(box, kMessageText), L"同期します。\n");
   EXPECT_TRUE(IsWindowVisible(GetDlgItem(box, IDCANCEL)));
   EXPECT_EQ(GetWindow(box, GW_OWNER), window);
@@ -104,13 +98,7 @@ TEST_F(HandController, SyncAsksFirst) {
 }
 
 TEST_F(HandController, ACancelledSyncSendsNothing) {
-  Connect();
-  SetTarget();
-  OpenWindow();
-  ASSERT_TRUE(WaitEnabled(kSync));
-  BeginClick(kSync);
-  HWND box = WaitForDialogWith(kMessageText);
-  ASSERT_NE(box, nullptr);
+  RaiseSyncQuestion();
   PressKey(GetDlgItem(box, IDOK), VK_ESCAPE);
   EXPECT_TRUE(WaitUntilGone(box));
   EXPECT_TRUE(Quiet("$ALIGN="));

@@ -107,13 +107,7 @@ TEST_F(WindowThreads, AfterTheEndTheWindowDrivesNothing) {
 // with the window that it belongs to, and agreed to nothing.
 TEST_F(WindowThreads, EndWhileTheSyncQuestionStandsThere) {
   for (const bool onWindowThread : {true, false}) {
-    Connect();
-    SetTarget();
-    OpenWindow();
-    ASSERT_TRUE(WaitEnabled(kSync));
-    BeginClick(kSync);
-    HWND box = WaitForDialogWith(kMessageText);
-    ASSERT_NE(box, nullptr);
+    RaiseSyncQuestion();
     mount.Clear();
     if (onWindowThread) {
       host.Do([&] { dll.End(nullptr); });
@@ -209,7 +203,6 @@ class WorkerBox : public DriverHost {
     box = WaitForDialogWith(kMessageText);
     ASSERT_NE(box, nullptr);
   }
-  HWND box = nullptr;
 };
 
 TEST_F(WorkerBox, BlocksTheWorkerOnly) {

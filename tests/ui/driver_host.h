@@ -8,9 +8,9 @@
 #include <string>
 
 #include "simulator/scripted_controller.h"
+#include "tests/support/driver_library.h"
 #include "tests/support/eventually.h"
 #include "tests/support/temp_folder.h"
-#include "tests/ui/driver_library.h"
 #include "tests/ui/fault_count.h"
 #include "tests/ui/ui_thread.h"
 #include "tests/ui/window_tools.h"
@@ -80,6 +80,16 @@ class DriverHost : public testing::Test {
     PostMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
     PostMessageW(control, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
   }
+  /// Connects, shows the hand controller and clicks sync, which asks before it does anything.
+  void RaiseSyncQuestion() {
+    Connect();
+    SetTarget();
+    OpenWindow();
+    ASSERT_TRUE(WaitEnabled(kSync));
+    BeginClick(kSync);
+    box = WaitForDialogWith(kMessageText);
+    ASSERT_NE(box, nullptr);
+  }
   /// @return whether the mount got nothing that begins so within half a second
   bool Quiet(const std::string& command) const { return !mount.WaitFor(command, 500); }
 
@@ -89,6 +99,7 @@ class DriverHost : public testing::Test {
   DriverLibrary dll;
   const UiThread host;
   HWND window = nullptr;
+  HWND box = nullptr;  // the last message box that a test waited for
 };
 
 }  // namespace ui_test

@@ -13,9 +13,9 @@
 #include <map>
 #include <string>
 
+#include "tests/support/driver_library.h"
 #include "tests/support/eventually.h"
 #include "tests/support/replaced_import.h"
-#include "tests/ui/driver_library.h"
 #include "tests/ui/ui_thread.h"
 #include "tests/ui/window_tools.h"
 

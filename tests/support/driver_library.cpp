@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "tests/dll/driver_library.h"
+#include "tests/support/driver_library.h"
 
 #include <stdexcept>
+#include <string>
 
 namespace {
 
