@@ -7,7 +7,7 @@
 
 #include "tests/dll/driver_fixture.h"
 #include "tests/endurance/process_figures.h"
-#include "tests/endurance/run_length.h"
+#include "tests/support/run_length.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "tests/endurance/library_memory.h"
-#include "tests/endurance/run_length.h"
+#include "tests/support/run_length.h"
 #include "tests/endurance/steady_controller.h"
 #include "tests/endurance/trend.h"
 #include "tests/support/driver_library.h"
