@@ -12,24 +12,22 @@ set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 find_package(Threads REQUIRED)
 
 # Set by the presets native-asan and native-tsan, which the sanitizers' flags for the linker belong to.
-set(VELQUIN_SANITIZE "" CACHE STRING "What clang watches in the code under test: address,undefined or thread")
-# The tests take most of the time to compile, so they get no more than they need: what they have of
-# our templates may be what the linker takes for everybody.
-set(VELQUIN_SANITIZE_TESTS "" CACHE STRING "What clang watches in the tests: address or thread")
+set(VELQUIN_SANITIZE "" CACHE STRING "What clang watches: address,undefined or thread")
 
 function(velquin_sanitize target)
   if(NOT VELQUIN_SANITIZE)
     return()
   endif()
-  # What clang thinks of the text is scripts/lint's business; here another compiler has had its say.
+  # What clang thinks of the text is the business of scripts/lint.
   target_compile_options(${target} PRIVATE -Wno-error)
+  # The tests are watched as the rest is: of an inline function the linker may take their copy for all.
+  target_compile_options(${target} PRIVATE
+    -fsanitize=${VELQUIN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  # The tests themselves take most of the time to compile, and had better compile fast.
   string(FIND "${CMAKE_CURRENT_SOURCE_DIR}/" "${PROJECT_SOURCE_DIR}/tests/" place)
-  if(place EQUAL 0)
-    target_compile_options(${target} PRIVATE -fsanitize=${VELQUIN_SANITIZE_TESTS})
-  else()
-    target_compile_options(${target} PRIVATE -fsanitize=${VELQUIN_SANITIZE} -O1)
+  if(NOT place EQUAL 0)
+    target_compile_options(${target} PRIVATE -O1)
   endif()
-  target_compile_options(${target} PRIVATE -fno-sanitize-recover=all -fno-omit-frame-pointer)
 endfunction()
 
 function(velquin_compile_options target)
