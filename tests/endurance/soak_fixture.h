@@ -12,10 +12,10 @@
 #include <vector>
 
 #include "tests/endurance/library_memory.h"
-#include "tests/support/run_length.h"
 #include "tests/endurance/steady_controller.h"
 #include "tests/endurance/trend.h"
 #include "tests/support/driver_library.h"
+#include "tests/support/run_length.h"
 #include "tests/support/temp_folder.h"
 
 class Soak : public testing::Test {
