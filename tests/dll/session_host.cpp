@@ -49,13 +49,17 @@ bool HasBox() {
   return found;
 }
 
-// Frees the library under the running worker.
+// Frees the library under the running worker, whose code must still be there. Whoever runs this
+// host is told so, and tells when the worker has gone on for long enough.
 int Unload() {
+  const HANDLE unloaded = CreateEventA(nullptr, TRUE, FALSE, "velquin_tests_unloaded");
+  const HANDLE leave = CreateEventA(nullptr, TRUE, FALSE, "velquin_tests_leave");
   DriverLibrary driver;
   if (!RunsSession(driver)) return 1;
   driver.Unload();
-  Sleep(300);  // a few cycles of the worker, whose code must still be there
-  return DriverLibrary::IsLoaded() ? 0 : 2;
+  SetEvent(unloaded);
+  if (WaitForSingleObject(leave, 10000) != WAIT_OBJECT_0) return 2;
+  return DriverLibrary::IsLoaded() ? 0 : 3;
 }
 
 // Frees the library, loads it again and ends the session that went on meanwhile.
