@@ -35,6 +35,16 @@ std::vector<std::string> SplitAtCommas(std::string_view text) {
   return values;
 }
 
+/// @return the whole number that the text consists of, blanks around it aside.
+template <typename Number>
+std::optional<Number> DigitsValue(std::string_view text) {
+  const std::string_view digits = WithoutBlanks(text);
+  Number number = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+  if (error != std::errc() || end != digits.data() + digits.size()) return std::nullopt;
+  return number;
+}
+
 }  // namespace
 
 CommandLine ParseCommandLine(std::string_view line) {
@@ -64,12 +74,13 @@ std::optional<double> NumberValue(std::string_view value, double low, double hig
 }
 
 std::optional<int> WholeValue(std::string_view value, int low, int high) {
-  const std::string_view digits = WithoutBlanks(value);
-  int number = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-  if (error != std::errc() || end != digits.data() + digits.size()) return std::nullopt;
-  if (number < low || number > high) return std::nullopt;
+  const auto number = DigitsValue<int>(value);
+  if (!number || *number < low || *number > high) return std::nullopt;
   return number;
+}
+
+std::optional<uint64_t> UnsignedValue(std::string_view value) {
+  return DigitsValue<uint64_t>(value);
 }
 
 }  // namespace simulator

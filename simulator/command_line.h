@@ -3,6 +3,7 @@
 // "=" and values separated by ",". Pure functions; any thread.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -30,5 +31,8 @@ std::optional<double> NumberValue(std::string_view value, double low, double hig
 
 /// The same for a whole number.
 std::optional<int> WholeValue(std::string_view value, int low, int high);
+
+/// The same for a whole number of 64 bits without a sign.
+std::optional<uint64_t> UnsignedValue(std::string_view value);
 
 }  // namespace simulator

@@ -4,12 +4,14 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <atomic>
-#include <charconv>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <limits>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -62,53 +64,9 @@ std::string CheckAddress(const std::string& text) {
   return "'" + text + "' is no IPv4 address such as 127.0.0.1";
 }
 
-/// Numbers of a range; unlike the argument parser's own check it lets no "nan" pass.
-CLI::Validator Within(double low, double high) {
-  const auto check = [low, high](const std::string& text) -> std::string {
-    if (simulator::NumberValue(text, low, high)) return "";
-    return simulator::Formatted("'%s' is no number from %g to %g", text.c_str(), low, high);
-  };
-  return CLI::Validator(check, "");
-}
-
-void DeclareController(CLI::App& app, ProgramOptions& options) {
-  app.add_option("--address", options.simulator.address,
-                 "IPv4 address of this machine to listen on")
-      ->check(CheckAddress)
-      ->type_name("IPV4");
-  app.add_option("--port", options.simulator.port, "UDP port to listen on")
-      ->check(Within(1, 65535))
-      ->type_name("PORT");
-  app.add_option("--time-scale", options.simulator.timeScale,
-                 "seconds that pass for mount and controller in one second")
-      ->check(Within(0.001, 1000.0))
-      ->type_name("FACTOR");
-  app.add_option("--clock", options.clock, "controller's clock at the start: now or a UTC time")
-      ->check(CheckClock)
-      ->type_name("now|YYYY-MM-DDTHH:MM:SS");
-  app.add_option("--run-for", options.runForSeconds, "end after so long; 0: when told to")
-      ->check(Within(0.0, 1e7))
-      ->type_name("SECONDS");
-  app.add_flag("--verbose", options.verbose, "print every command and its answer");
-  app.set_version_flag("--version", "velquin-sim " VELQUIN_VERSION);
-}
-
-void DeclareMount(CLI::App& app, simulator::MountSettings& mount) {
-  app.add_option("--top-rate", mount.limits.topRate, "fastest slew")
-      ->check(Within(0.01, 50.0))
-      ->type_name("DEG_PER_S");
-  app.add_option("--acceleration", mount.limits.acceleration, "at which slews start and end")
-      ->check(Within(0.01, 100.0))
-      ->type_name("DEG_PER_S2");
-  app.add_option("--latitude", mount.site.latitudeDegrees, "of the site, north positive")
-      ->check(Within(-90.0, 90.0))
-      ->type_name("DEGREES");
-  app.add_option("--longitude", mount.site.longitudeDegrees, "of the site, east positive")
-      ->check(Within(-180.0, 180.0))
-      ->type_name("DEGREES");
-  app.add_option("--zone", mount.site.zoneHours, "how far local time is ahead of universal time")
-      ->check(Within(-12, 14))
-      ->type_name("HOURS");
+/// A word that begins with "-" is the next option, before which the name was forgotten.
+std::string CheckFileName(const std::string& text) {
+  return text.empty() || text.starts_with('-') ? "'" + text + "' is no name of a file" : "";
 }
 
 /// An option whose text is read by a function of its own, which says whether it could.
@@ -120,6 +78,61 @@ CLI::Option* AddText(CLI::App& app, const std::string& name, const std::string& 
     throw CLI::ValidationError(name, "'" + texts.front() + "' is no " + wanted);
   };
   return app.add_option(name, take, help)->type_name(type);
+}
+
+std::optional<double> RangeValue(const std::string& text, double low, double high) {
+  return simulator::NumberValue(text, low, high);
+}
+
+std::optional<int> RangeValue(const std::string& text, int low, int high) {
+  return simulator::WholeValue(text, low, high);
+}
+
+/// A number of a range, whole when its limits are; value holds the default one. The argument
+/// parser's own reading lets a "nan" pass and takes 010 for eight.
+template <typename Limit, typename Number>
+void AddNumber(CLI::App& app, const std::string& name, const std::string& help,
+               const std::string& type, Limit low, Limit high, Number& value) {
+  constexpr const char* kWanted =
+      std::is_integral_v<Limit> ? "whole number from %g to %g" : "number from %g to %g";
+  const std::string wanted =
+      simulator::Formatted(kWanted, static_cast<double>(low), static_cast<double>(high));
+  const auto read = [&value, low, high](const std::string& text) {
+    const auto number = RangeValue(text, low, high);
+    if (number) value = static_cast<Number>(*number);
+    return number.has_value();
+  };
+  AddText(app, name, help, type, wanted, read)
+      ->default_str(simulator::Formatted("%g", static_cast<double>(value)));
+}
+
+void DeclareController(CLI::App& app, ProgramOptions& options) {
+  app.add_option("--address", options.simulator.address,
+                 "IPv4 address of this machine to listen on")
+      ->check(CheckAddress)
+      ->type_name("IPV4");
+  AddNumber(app, "--port", "UDP port to listen on", "PORT", 1, 65535, options.simulator.port);
+  AddNumber(app, "--time-scale", "seconds that pass for mount and controller in one second",
+            "FACTOR", 0.001, 1000.0, options.simulator.timeScale);
+  app.add_option("--clock", options.clock, "controller's clock at the start: now or a UTC time")
+      ->check(CheckClock)
+      ->type_name("now|YYYY-MM-DDTHH:MM:SS");
+  AddNumber(app, "--run-for", "end after so long; 0: when told to", "SECONDS", 0.0, 1e7,
+            options.runForSeconds);
+  app.add_flag("--verbose", options.verbose, "print every command and its answer");
+  app.set_version_flag("--version", "velquin-sim " VELQUIN_VERSION);
+}
+
+void DeclareMount(CLI::App& app, simulator::MountSettings& mount) {
+  AddNumber(app, "--top-rate", "fastest slew", "DEG_PER_S", 0.01, 50.0, mount.limits.topRate);
+  AddNumber(app, "--acceleration", "at which slews start and end", "DEG_PER_S2", 0.01, 100.0,
+            mount.limits.acceleration);
+  AddNumber(app, "--latitude", "of the site, north positive", "DEGREES", -90.0, 90.0,
+            mount.site.latitudeDegrees);
+  AddNumber(app, "--longitude", "of the site, east positive", "DEGREES", -180.0, 180.0,
+            mount.site.longitudeDegrees);
+  AddNumber(app, "--zone", "how far local time is ahead of universal time", "HOURS", -12, 14,
+            mount.site.zoneHours);
 }
 
 CLI::Option* AddRate(CLI::App& app, const std::string& name, const std::string& help, int& rate) {
@@ -166,14 +179,16 @@ void DeclareFaults(CLI::App& app, ProgramOptions& options) {
                             }));
   chances.push_back(AddText(app, "--seed", "another one, other faults; 1 when missing", "S", "seed",
                             [&faults](const std::string& text) {
-                              const char* end = text.data() + text.size();
-                              const auto read = std::from_chars(text.data(), end, faults.seed);
-                              return read.ec == std::errc() && read.ptr == end;
+                              const auto read = simulator::UnsignedValue(text);
+                              faults.seed = read.value_or(faults.seed);
+                              return read.has_value();
                             }));
   app.add_option("--record", options.recordFile, "write every datagram and its fault to a file")
+      ->check(CheckFileName)
       ->type_name("FILE");
   CLI::Option* replay =
       app.add_option("--replay", options.replayFile, "repeat the faults of a recorded file")
+          ->check(CheckFileName)
           ->type_name("FILE");
   app.callback([replay, chances] {
     for (const CLI::Option* chance : chances) {
@@ -184,15 +199,36 @@ void DeclareFaults(CLI::App& app, ProgramOptions& options) {
   });
 }
 
-int ReportWrongArguments(std::string reason) {
-  // One line that a terminal can show, whatever was typed.
+/// Prints one line that a terminal can show, whatever was typed.
+void PrintError(std::string reason) {
   constexpr size_t kHalf = 150;
   if (reason.size() > 2 * kHalf) reason.replace(kHalf, reason.size() - 2 * kHalf, " ... ");
   std::replace_if(
       reason.begin(), reason.end(), [](char c) { return (c >= '\0' && c < ' ') || c == '\x7f'; },
       ' ');
-  std::fprintf(stderr, "velquin-sim: %s (--help tells the options)\n", reason.c_str());
+  std::fprintf(stderr, "velquin-sim: %s\n", reason.c_str());
+}
+
+int ReportWrongArguments(const std::string& reason) {
+  PrintError(reason + " (--help tells the options)");
   return kExitWrongArguments;
+}
+
+/// What the argument parser is too patient with: it takes "--split=" for a --split without a value,
+/// and "--verbose=010" for a --verbose.
+/// @return what is wrong with the first argument like that; empty when there is none.
+std::string WronglyEqual(int argumentCount, char** arguments) {
+  for (int i = 1; i < argumentCount; ++i) {
+    const std::string_view argument = arguments[i];
+    const size_t equals = argument.find('=');
+    if (!argument.starts_with("--") || equals == argument.npos) continue;
+    const std::string name(argument.substr(0, equals));
+    if (name == "--verbose" || name == "--help" || name == "--version") {
+      return name + " takes no value";
+    }
+    if (equals == argument.size() - 1) return name + ": nothing behind the '='";
+  }
+  return {};
 }
 
 bool HasFaults(const simulator::FaultOptions& faults) {
@@ -275,6 +311,8 @@ int main(int argumentCount, char** arguments) {
   DeclareMount(app, options.simulator.mount);
   DeclareFaults(app, options);
   try {
+    const std::string wrong = WronglyEqual(argumentCount, arguments);
+    if (!wrong.empty()) return ReportWrongArguments(wrong);
     app.parse(argumentCount, arguments);
   } catch (const CLI::Success& asked) {
     return app.exit(asked);

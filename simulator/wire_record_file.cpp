@@ -29,6 +29,7 @@ bool WireRecordFile::Read(const std::string& path, RecordedFaults& faults, std::
   char part[4096];
   for (size_t count = 0; (count = std::fread(part, 1, sizeof part, file)) > 0;) {
     text.append(part, count);
+    if (!text.starts_with(kWireRecordTitle)) break;  // it may have no end
   }
   const bool whole = std::ferror(file) == 0;
   std::fclose(file);

@@ -22,7 +22,8 @@ class WireRecordFile {
   /// Adds a line, which is in the file when the call returns; nothing when there is no file.
   void Write(const WireDatagram& datagram);
 
-  /// Reads the faults of a file. @param complaint gets a line for a person on failure
+  /// Reads the faults of a file, and of anything else no more than shows that it is none.
+  /// @param complaint gets a line for a person on failure
   static bool Read(const std::string& path, RecordedFaults& faults, std::string& complaint);
 
  private:
