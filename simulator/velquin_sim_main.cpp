@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // velquin-sim: a VELQUIN controller on the network without a mount, for demonstrations and for
-// trying hosts out. Exit codes: 0 ended as asked, 1 cannot listen, 2 wrong arguments.
+// trying hosts out. Exit codes: 0 ended as asked, 1 cannot listen, 2 wrong arguments, 3 the record
+// could not be written to its end.
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <atomic>
@@ -27,6 +28,7 @@ namespace {
 
 constexpr int kExitCannotListen = 1;
 constexpr int kExitWrongArguments = 2;
+constexpr int kExitRecordCut = 3;
 constexpr int kEndCheckMs = 50;
 
 std::atomic<bool> endRequested = false;
@@ -237,8 +239,14 @@ bool HasFaults(const simulator::FaultOptions& faults) {
          faults.longestDelayMs > 0 || faults.silenceAfter;
 }
 
+/// The file of --record. The answering thread writes it; asked when that has ended.
+struct Record {
+  simulator::WireRecordFile file;
+  bool isCut = false;  ///< a line could not be written, and none after it was
+};
+
 /// Sets the network up. @return what is wrong with the files; empty when nothing is.
-std::string PrepareNetwork(ProgramOptions& options, simulator::WireRecordFile& record) {
+std::string PrepareNetwork(ProgramOptions& options, Record& record) {
   if (HasFaults(options.faults)) options.simulator.faults = simulator::FaultDice(options.faults);
   if (!options.replayFile.empty()) {
     if (options.recordFile == options.replayFile) return "--record and --replay name the same file";
@@ -250,11 +258,13 @@ std::string PrepareNetwork(ProgramOptions& options, simulator::WireRecordFile& r
     options.simulator.faults = simulator::ReplayOf(std::move(faults));
   }
   if (options.recordFile.empty()) return "";
-  if (!record.Create(options.recordFile)) {
+  if (!record.file.Create(options.recordFile)) {
     return "--record: '" + options.recordFile + "' cannot be written";
   }
-  options.simulator.recorder = [&record](const simulator::WireDatagram& datagram) {
-    record.Write(datagram);
+  options.simulator.recorder = [&record, name = options.recordFile](const auto& datagram) {
+    if (record.file.Write(datagram) || record.isCut) return;
+    record.isCut = true;
+    PrintError("--record: '" + name + "' cannot be written any more, the record ends here");
   };
   return "";
 }
@@ -266,7 +276,7 @@ void PrintLine(const std::string& line) {
 
 int Run(ProgramOptions& options) {
   using Clock = std::chrono::steady_clock;
-  simulator::WireRecordFile record;  // outlives the simulator, which writes it
+  Record record;  // outlives the simulator, which writes it
   const std::string complaint = PrepareNetwork(options, record);
   if (!complaint.empty()) return ReportWrongArguments(complaint);
   options.simulator.mount.utcSeconds = options.clock == "now"
@@ -298,7 +308,7 @@ int Run(ProgramOptions& options) {
     platform::SleepMs(kEndCheckMs);
   }
   simulated.Stop();
-  return 0;
+  return record.isCut ? kExitRecordCut : 0;
 }
 
 }  // namespace

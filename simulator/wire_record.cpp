@@ -92,9 +92,12 @@ bool ReadWireRecord(std::string_view text, RecordedFaults& faults, std::string& 
 }
 
 FaultChooser ReplayOf(RecordedFaults faults) {
-  return [faults = std::move(faults)](int exchange, std::string_view) {
+  const bool endsSilent = !faults.empty() && faults.rbegin()->second.silence;
+  const int last = faults.empty() ? 0 : faults.rbegin()->first;
+  return [faults = std::move(faults), endsSilent, last](int exchange, std::string_view) {
     const auto found = faults.find(exchange);
-    return found == faults.end() ? Fault() : found->second;
+    if (found != faults.end()) return found->second;
+    return Fault{.silence = endsSilent && exchange > last};
   };
 }
 

@@ -43,7 +43,9 @@ using RecordedFaults = std::map<int, Fault>;
 /// @return false for such a text
 bool ReadWireRecord(std::string_view text, RecordedFaults& faults, std::string& complaint);
 
-/// @return the chooser that repeats these faults; exchanges that the record lacks go well.
+/// @return the chooser that repeats these faults; exchanges that the record lacks go well. A
+/// silence
+///         of the last one has no end.
 FaultChooser ReplayOf(RecordedFaults faults);
 
 }  // namespace simulator

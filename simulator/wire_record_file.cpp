@@ -10,13 +10,13 @@ WireRecordFile::~WireRecordFile() {
 bool WireRecordFile::Create(const std::string& path) {
   if (file_ != nullptr) std::fclose(file_);
   file_ = std::fopen(path.c_str(), "wb");
-  if (file_ == nullptr) return false;
-  WriteLine(kWireRecordTitle);
-  return std::ferror(file_) == 0;
+  whole_ = file_ != nullptr && WriteLine(kWireRecordTitle);
+  return whole_;
 }
 
-void WireRecordFile::Write(const WireDatagram& datagram) {
-  if (file_ != nullptr) WriteLine(WireRecordLine(datagram));
+bool WireRecordFile::Write(const WireDatagram& datagram) {
+  whole_ = whole_ && WriteLine(WireRecordLine(datagram));
+  return whole_;
 }
 
 bool WireRecordFile::Read(const std::string& path, RecordedFaults& faults, std::string& complaint) {
@@ -37,9 +37,8 @@ bool WireRecordFile::Read(const std::string& path, RecordedFaults& faults, std::
   return whole && ReadWireRecord(text, faults, complaint);
 }
 
-void WireRecordFile::WriteLine(const std::string& line) {
-  std::fputs((line + "\n").c_str(), file_);
-  std::fflush(file_);
+bool WireRecordFile::WriteLine(const std::string& line) {
+  return std::fputs((line + "\n").c_str(), file_) >= 0 && std::fflush(file_) == 0;
 }
 
 }  // namespace simulator

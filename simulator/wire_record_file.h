@@ -19,17 +19,20 @@ class WireRecordFile {
 
   /// Makes a new file or empties an old one. @return false when it cannot be written.
   bool Create(const std::string& path);
-  /// Adds a line, which is in the file when the call returns; nothing when there is no file.
-  void Write(const WireDatagram& datagram);
+  /// Adds a line, which is in the file when the call returns.
+  /// @return false when it is not: there is no file, or this line or one before it could not be
+  ///         written, the disk being full. Such a file gets no further line.
+  bool Write(const WireDatagram& datagram);
 
   /// Reads the faults of a file, and of anything else no more than shows that it is none.
   /// @param complaint gets a line for a person on failure
   static bool Read(const std::string& path, RecordedFaults& faults, std::string& complaint);
 
  private:
-  void WriteLine(const std::string& line);
+  bool WriteLine(const std::string& line);
 
   std::FILE* file_ = nullptr;
+  bool whole_ = false;  // every line is in the file
 };
 
 }  // namespace simulator

@@ -46,6 +46,18 @@ TEST(WireRecord, GivesTheFaultsOfItsExchangesBack) {
   EXPECT_EQ(FaultText(replay(4, "")), "-");
 }
 
+TEST(WireRecord, OfASilenceStaysSilentPastItsEnd) {
+  const FaultChooser silent = ReplayOf({{2, Fault{.silence = true}}, {4, Fault{.silence = true}}});
+  EXPECT_EQ(FaultText(silent(1, "")), "-");
+  EXPECT_EQ(FaultText(silent(3, "")), "-") << "left out on purpose";
+  EXPECT_EQ(FaultText(silent(4, "")), "silence");
+  EXPECT_EQ(FaultText(silent(5, "")), "silence");
+  EXPECT_EQ(FaultText(silent(2000, "")), "silence");
+  const FaultChooser over = ReplayOf({{2, Fault{.silence = true}}, {3, Fault{.delayMs = 5}}});
+  EXPECT_EQ(FaultText(over(4, "")), "-");
+  EXPECT_EQ(FaultText(ReplayOf({})(1, "")), "-");
+}
+
 TEST(WireRecord, SaysWhatIsWrongWithIt) {
   EXPECT_EQ(Complaint(""), "no exchange in it");
   EXPECT_EQ(Complaint("1.0 1 in 127.0.0.1:5 - \"a\"\n"), "no record of velquin-sim");
@@ -62,9 +74,9 @@ TEST(WireRecordFile, HoldsEveryLineAsSoonAsItIsWritten) {
   const TempFolder folder;
   const std::string path = folder.Narrow("record.txt");
   WireRecordFile file;
-  file.Write({});
+  EXPECT_FALSE(file.Write({}));
   ASSERT_TRUE(file.Create(path));
-  file.Write({1.0, 1, WireDirection::kIn, "127.0.0.1:5", {.empties = true}, "a\r\n"});
+  EXPECT_TRUE(file.Write({1.0, 1, WireDirection::kIn, "127.0.0.1:5", {.empties = true}, "a\r\n"}));
   EXPECT_EQ(ReadWholeFile(folder / "record.txt"),
             kTitle + "1.000 1 in 127.0.0.1:5 empty \"a\\r\\n\"\n");
   RecordedFaults faults;
