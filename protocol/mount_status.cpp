@@ -31,7 +31,11 @@ bool DecodeStatus(const CString& line, MountStatus& status) {
   parts.Set(line, "=", 0);
   if (parts.Same(0, "$MTSTA") == 0) return false;
   CStringSep fields;
-  fields.Set(parts.GetParam(1), ",", 0);
+  const CString values = parts.GetParam(1);
+  fields.Set(values, ",", 0);
+  // A text that is not empty has a field; the split leaves none when there is no memory. Taken for
+  // missing ones they would be a position and park coordinates of 0, where a park would go.
+  if (fields.GetCount() == 0 && !values.IsEmpty()) return false;
   status.controllerMjd = fields.atof(kControllerMjd, 0.0);
   status.state = fields.atoi(kState, 0);
   status.axisAngleDegrees = fields.atof(kAxisAngle, 0.0);

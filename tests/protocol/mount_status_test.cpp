@@ -3,8 +3,11 @@
 
 #include <gmock/gmock.h>
 
+#include <cstddef>
 #include <set>
 #include <string>
+
+#include "tests/util/scarce_memory.h"
 
 namespace {
 
@@ -110,6 +113,25 @@ TEST(MountStatus, RefusesOtherLines) {
     EXPECT_EQ(status.raDegrees, kUntouched.raDegrees);
     EXPECT_EQ(status.mode, kUntouched.mode);
   }
+}
+
+// A line that could not be split looked like one of the key alone: position and park coordinates
+// became 0, and a park would have gone there. More than 16 fields need more memory than two do.
+TEST(MountStatus, IsRefusedWithoutMemoryForItsFields) {
+  const CString line = "$MTSTA=60310.5,2,0,0,0,120,10.5,-20.25,6.0,-5.25,4,11,12,13,14,15,16,17";
+  std::set<bool> outcomes;
+  for (size_t largestBytes = 0; largestBytes <= 1024; largestBytes += 8) {
+    MountStatus status = kUntouched;
+    bool decoded = false;
+    {
+      const ScarceMemory scarce(largestBytes);
+      decoded = DecodeStatus(line, status);
+    }
+    outcomes.insert(decoded);
+    EXPECT_EQ(status.park1, decoded ? 10.5 : kUntouched.park1) << largestBytes;
+    EXPECT_EQ(status.raDegrees, decoded ? 90.0 : kUntouched.raDegrees) << largestBytes;
+  }
+  EXPECT_EQ(outcomes, (std::set<bool>{false, true}));
 }
 
 TEST(MountStatus, TellsThePierSideByTheAxisAngle) {
