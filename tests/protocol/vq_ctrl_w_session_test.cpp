@@ -350,6 +350,14 @@ TEST_F(SessionLog, HasALineForEveryOpenAndClose) {
       << "the end closes too";
 }
 
+TEST_F(SessionLog, HasALineForACloseOfNothing) {
+  CVQCtrlW session;
+  session.Close();
+  EXPECT_THAT(Events(), ElementsAre("INFO:Close"));
+  session.Close();
+  EXPECT_THAT(Events(), ElementsAre("INFO:Close", "INFO:Close"));
+}
+
 TEST_F(SessionLog, IsOffUnlessTheHostSwitchedItOn) {
   setting = "no";
   CVQCtrlW session;

@@ -98,6 +98,14 @@ TEST_F(SiteClock, RoundsTheLastTwentiethOfASecondUp) {
   EXPECT_EQ(SentLocalTime({2024, 3, 5, 21, 7, 59.999, 9.0}), "2024,03,05,21,08,00.0");
 }
 
+TEST_F(SiteClock, RoundsLeapSecondsUpButNothingBehindThem) {
+  EXPECT_EQ(SentLocalTime({2024, 3, 5, 21, 7, 60.0, 9.0}), "2024,03,05,21,08,00.0");
+  EXPECT_EQ(SentLocalTime({2024, 3, 5, 21, 7, 60.94, 9.0}), "2024,03,05,21,08,00.0");
+  EXPECT_EQ(SentLocalTime({2024, 3, 5, 21, 7, 60.95, 9.0}), "2024,03,05,21,07,00.0");
+  EXPECT_EQ(SentLocalTime({2024, 3, 5, 21, 7, 61.0, 9.0}), "2024,03,05,21,07,00.0");
+  EXPECT_EQ(SentLocalTime({2024, 3, 5, 21, 7, 120.0, 9.0}), "2024,03,05,21,07,00.0");
+}
+
 TEST_F(SiteClock, CarriesIntoHourDayMonthAndYear) {
   EXPECT_EQ(SentLocalTime({2024, 3, 5, 21, 59, 59.97, 9.0}), "2024,03,05,22,00,00.0");
   EXPECT_EQ(SentLocalTime({2024, 3, 5, 23, 59, 59.97, 9.0}), "2024,03,06,00,00,00.0");
