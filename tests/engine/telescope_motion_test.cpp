@@ -5,6 +5,7 @@
 #include "res/string_ids.h"
 #include "tests/engine/debug_output_capture.h"
 #include "tests/engine/engine_fixture.h"
+#include "tests/protocol/vq_ctrl_probe.h"
 
 namespace {
 
@@ -258,6 +259,23 @@ TEST_F(Motion, SendsNoMoveAtAllWhenTheButtonWasReleasedBeforeTheSending) {
   EXPECT_THAT(SentByANewSession(), ElementsAre(kNoMove));
 }
 
+TEST_F(Motion, EndsTheMoveOfEveryDirectionAtTheReleaseOfOne) {
+  telescope.Slew(kNorth, 1, 1);
+  EXPECT_EQ(telescope.Slew(kWest, 0, 1), 1);
+  EXPECT_THAT(probe.HandFlags(), ElementsAre(0, 0, 0, 0));
+  EXPECT_THAT(probe.Queue(), ElementsAre(4));
+  EXPECT_THAT(SentByANewSession(), ElementsAre(kNoMove));
+}
+
+TEST_F(Motion, KeepsTheSpeedStepOfTheRelease) {
+  telescope.Slew(kNorth, 1, 1);
+  telescope.Slew(kNorth, 0, 7);
+  EXPECT_THAT(SentByANewSession(), ElementsAre(kNoMove));
+  telescope.End();
+  // No move tells it, as a move without a direction has no rate.
+  EXPECT_EQ(VQCtrlProbe(probe.Device()).HandSpeed(), 7);
+}
+
 TEST_F(Motion, MovesNowhereInADirectionThatThereIsNot) {
   telescope.Slew(5, 1, 3);
   EXPECT_THAT(probe.Queue(), ElementsAre(4));
@@ -321,6 +339,14 @@ TEST_F(Motion, SendsGuidePulsesOneAfterTheOther) {
   std::vector<int> sleeps = platformCalls.Sleeps();
   sleeps.resize(4);
   EXPECT_THAT(sleeps, ElementsAre(300, 170, 110, 80));
+}
+
+// The mount may have heard it, and be moving, though its answer was lost.
+TEST_F(Motion, WaitsForAPulseThatWasNotAnswered) {
+  controller.IsSilentTo("$MTMV2=");
+  telescope.SlewPulseDuration(60, 0, 0, 0, 1.0, 1.0);
+  EXPECT_THAT(SentByANewSession(), ElementsAre("$MTMV2=0.060000,0.000000,1.000000"));
+  EXPECT_THAT(platformCalls.Sleeps(), testing::Contains(110));
 }
 
 TEST_F(Motion, NeitherPollsNorTakesRequestsBetweenPulses) {

@@ -84,6 +84,18 @@ TEST_F(Queue, TakesRequestsWhileOneIsPerformed) {
   EXPECT_THAT(Requests(), ElementsAre(kHome, kAlignReset));
 }
 
+TEST_F(Queue, PollsBeforeARequestThatCameDuringTheLastOne) {
+  app.Hold();
+  StartSession();
+  telescope.Look(nullptr);
+  ASSERT_TRUE(app.WaitForBoxes(1, kSoon));
+  controller.Clear();
+  telescope.AlignReset();
+  app.Answer();
+  ASSERT_TRUE(controller.WaitFor(kAlignReset, kSoonMs));
+  EXPECT_EQ(controller.Commands()[0], "$MTSTA?");
+}
+
 TEST_F(Queue, GoesOnAfterARequestThatTheControllerDoesNotAnswer) {
   controller.IsSilentTo("$ALIGN=");
   StartSession();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Site, clock, meridian settings, alignment reset and pier side.
 #include <ctime>
+#include <limits>
 
 #include "tests/engine/debug_output_capture.h"
 #include "tests/engine/engine_fixture.h"
@@ -120,6 +121,20 @@ TEST_F(SiteClock, TakesAControllerWithoutAStatusForOneWithAnotherClock) {
   EXPECT_TRUE(Initialised());
 }
 
+// What cannot be compared is not known to be the same.
+TEST_F(SiteClock, TakesAClockThatIsNoNumberForAnother) {
+  StartSession();
+  ControllerIs("nan");
+  HandOff();
+  EXPECT_TRUE(Initialised()) << "the controller's";
+  ControllerIs("60324.5");
+  HandOff();
+  ASSERT_FALSE(Initialised());
+  time.second = std::numeric_limits<double>::quiet_NaN();
+  HandOff();
+  EXPECT_TRUE(Initialised()) << "the host's";
+}
+
 TEST_F(SiteClock, CutsTheZoneToWholeHours) {
   StartSession();
   time.zone = -4.5;
@@ -147,6 +162,19 @@ TEST_F(SiteClock, UnparksByTheStatusThatItReadsItself) {
   ASSERT_EQ(Connect(), 1);
   ASSERT_TRUE(Idle());
   EXPECT_TRUE(controller.Saw("$MTTGT=3,6.000000,22.500000,Star"));
+}
+
+TEST_F(SiteClock, UnparksBehindAllThatWaits) {
+  const double crab[2] = {83.633, 22.0145};
+  ControllerIs("60324.5", kReady);
+  telescope.BaseSetting(&time, &location);
+  telescope.Look(crab);
+  ASSERT_EQ(Connect(), 1);
+  ASSERT_TRUE(controller.WaitFor("$MTTGT=3,6.000000,22.500000,Star", kSoonMs));
+  std::vector<std::string> targets = Requests();
+  std::erase_if(targets, [](const std::string& line) { return !line.starts_with("$MTTGT="); });
+  EXPECT_THAT(targets,
+              ElementsAre("$MTTGT=3,5.575533,22.014500,", "$MTTGT=3,6.000000,22.500000,Star"));
 }
 
 TEST_F(SiteClock, DoesNotUnparkAMountThatRefusedTheSite) {
@@ -186,6 +214,46 @@ TEST_F(SiteClock, TellsTheDebuggerNothingWhenAllIsWell) {
   DebugOutputCapture output;
   HandOff();
   EXPECT_EQ(output.Take(), "");
+}
+
+// --- The hand-off's status -----------------------------------------------------------------------
+
+class HandOffStatus : public SiteClock {
+ protected:
+  // Hands over in a session's first cycle. The worker stays in it, for the goto that follows has no
+  // target, and the user does not answer: no poll has been there.
+  void HandOffBeforeAnyPoll() {
+    app.Hold();
+    telescope.BaseSetting(&time, &location);
+    telescope.Look(nullptr);
+    ASSERT_EQ(Connect(), 1);
+    ASSERT_TRUE(app.WaitForBoxes(1, kSoon));
+    ASSERT_EQ(controller.CountOf("$MTSTA?"), 1);
+  }
+};
+
+TEST_F(HandOffStatus, IsPublishedAsThatOfAPoll) {
+  controller.Status("60324.5,2,0,0,0,90.1,10,20,6.0,22.5,4");
+  HandOffBeforeAnyPoll();
+  double radec[2] = {};
+  EXPECT_EQ(telescope.GetPos(radec), 1);
+  EXPECT_THAT(radec, ElementsAre(90.0, 22.5));
+  EXPECT_EQ(telescope.GetSlewing(), 1);
+  EXPECT_EQ(telescope.GetParking(), 1);
+  EXPECT_EQ(telescope.GetEastWest(), 1);
+}
+
+TEST_F(HandOffStatus, EndsARowOfFailedPolls) {
+  for (int failed = 0; failed < 11; ++failed) telescope.OnPoll();  // no link
+  ASSERT_EQ(probe.FailedPolls(), 11);
+  HandOffBeforeAnyPoll();
+  EXPECT_EQ(probe.FailedPolls(), 0);
+}
+
+TEST_F(HandOffStatus, CountsAsAFailedPollWhenItIsNone) {
+  controller.Answers("$MTSTA?", "$WRONG=1");
+  HandOffBeforeAnyPoll();
+  EXPECT_EQ(probe.FailedPolls(), 1);
 }
 
 // --- Readout -----------------------------------------------------------------------------------
@@ -293,6 +361,13 @@ TEST_F(Meridian, AreNumbersAsTheRuntimeReadsThem) {
                      "_OverrideMeridianStopPoint=-1.5e1 minutes\r\n"
                      "_OverrideMeridianGoto=none\r\n"),
             "$MTCOM=-15.000000,0.000000");
+}
+
+TEST_F(Meridian, AreReadFromTheFirst127Characters) {
+  const std::string zeros(126, '0');
+  EXPECT_EQ(SentWith("[Mount]\r\n_OverrideMeridianStopPoint=" + zeros +
+                     "12\r\n_OverrideMeridianGoto=" + zeros + "34\r\n"),
+            "$MTCOM=1.000000,3.000000");
 }
 
 TEST_F(Meridian, AreReadAtEveryStart) {
