@@ -58,6 +58,33 @@ void Unprotect(ArgumentTexts& t) {
     *text = WithoutLongMinus(*text);
 }
 
+/// What the parser lets pass: an empty text, which says nothing, not even that the default is
+/// wanted (a quoted variable that is not set looks like that), and --json=010 for a --json. An
+/// empty second word is judged as what it stands for.
+void RefuseEmptyWords(const std::vector<std::string>& words) {
+  static constexpr std::string_view kFlags[] = {
+      "--json=", "--quiet=", "--show-messages=", "--help=", "--version=", "--watch="};
+  for (size_t i = 0; i < words.size(); ++i) {
+    const std::string& word = words[i];
+    for (const std::string_view flag : kFlags) {
+      if (!word.starts_with(flag)) continue;
+      throw Failure(ExitCode::kWrongUsage,
+                    std::string(flag.substr(0, flag.size() - 1)) + " takes no value");
+    }
+    if (!word.empty()) continue;
+    const bool value = i > 0 && words[i - 1].starts_with("--") && words[i - 1].size() > 2;
+    if (value) throw Failure(ExitCode::kWrongUsage, words[i - 1] + ": \"\" is no value");
+    if (i < 2) continue;
+    throw Failure(ExitCode::kWrongUsage, "argument " + std::to_string(i + 1) + " is empty");
+  }
+}
+
+/// For the options that take any text: a word like --json behind them is the next option, and the
+/// text was forgotten.
+std::string RefuseOption(const std::string& text) {
+  return text.starts_with("--") ? '"' + text + "\" is no text for it" : std::string();
+}
+
 void DefineCommonOptions(CLI::App& app, CommonOptions& options, CommonTexts& texts) {
   app.set_version_flag("--version", "velquinctl " VELQUIN_VERSION);
   app.add_flag("--json", options.json, "one JSON object per result on standard output");
@@ -72,13 +99,18 @@ void DefineCommonOptions(CLI::App& app, CommonOptions& options, CommonTexts& tex
   app.add_flag("--show-messages", options.showMessages,
                "leave the driver's message boxes on the screen instead of answering them");
   app.add_option("--library", options.library, "velquin.dll to use (default: beside velquinctl)")
+      ->check(RefuseOption)
       ->type_name("PATH");
-  app.add_option("--name", options.name, "title of the driver's message boxes")->type_name("TEXT");
+  app.add_option("--name", options.name, "title of the driver's message boxes")
+      ->check(RefuseOption)
+      ->type_name("TEXT");
   app.add_option("--log-path", options.logPath,
                  "folder of the time-out journal (default: the temporary folder)")
+      ->check(RefuseOption)
       ->type_name("FOLDER");
   app.add_option("--log-prefix", options.logPrefix,
                  "beginning of the journal's file name (default velquinctl)")
+      ->check(RefuseOption)
       ->type_name("TEXT");
 }
 
@@ -155,6 +187,7 @@ std::variant<Request, HelpText> ParseCommandLine(const std::vector<std::string>&
   CommandDefinitions definitions{app, texts, {}};
   DefineCommands(definitions);
 
+  RefuseEmptyWords(words);
   const std::string help = Parse(app, words);
   if (!help.empty()) return HelpText{help};
 

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdio>
 
 #include "console/text_encoding.h"
@@ -41,13 +42,15 @@ std::string TemporaryFolder() {
   return Utf8FromWide(folder);
 }
 
-std::optional<std::string> FileContent(const std::string& path) {
+std::optional<std::string> FileContent(const std::string& path, size_t longest) {
   std::FILE* file = _wfopen(WideFromUtf8(path).c_str(), L"rb");
   if (file == nullptr) return {};
   std::string content;
   char block[4096];
-  for (size_t count; (count = std::fread(block, 1, sizeof block, file)) > 0;)
+  for (size_t count = 1; count > 0 && content.size() <= longest;) {
+    count = std::fread(block, 1, std::min(sizeof block, longest + 1 - content.size()), file);
     content.append(block, count);
+  }
   const bool failed = std::ferror(file) != 0;
   std::fclose(file);
   if (failed) return {};

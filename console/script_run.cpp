@@ -8,15 +8,20 @@
 namespace velquinctl {
 namespace {
 
+constexpr size_t kLongestScript = 1'000'000;
+
 std::string Place(const std::string& file, const ScriptLine& line) {
   return file + ':' + std::to_string(line.number);
 }
 
 /// @return the lines of the file, every one of them fit to be performed.
 std::vector<ScriptLine> JudgedLines(const std::string& file, const CommonOptions& defaults) {
-  const auto content = FileContent(file);
+  const auto content = FileContent(file, kLongestScript);
   if (!content)
     throw Failure(ExitCode::kWrongUsage, std::string(kProgramName) + ": cannot read " + file);
+  if (content->size() > kLongestScript)
+    throw Failure(ExitCode::kWrongUsage, std::string(kProgramName) + ": " + file +
+                                             " is no script: it is longer than a megabyte");
   std::vector<ScriptLine> lines = ParseScript(*content, file, defaults);
   for (const ScriptLine& line : lines) {
     try {

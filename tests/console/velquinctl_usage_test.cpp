@@ -18,6 +18,9 @@ TEST_F(VelquinctlTest, EveryWrongInputIsOneLineAndExitCode2) {
   const std::string a = Address();
   std::string longWord;  // of two bytes a character
   for (int i = 0; i < 5000; ++i) longWord += "\u00FC";
+  const TempFolder folder;
+  const std::string longFile = (folder / L"long.txt").string();
+  WriteWholeFile(longFile, std::string(2'000'000, '\n'));
   const std::vector<std::vector<std::string>> wrong = {
       {},
       {"got", a},
@@ -32,6 +35,8 @@ TEST_F(VelquinctlTest, EveryWrongInputIsOneLineAndExitCode2) {
       {"goto", a, "5h", "10", "--timeout", "0"},
       {"goto", "", "5h", "10"},
       {"status", a, "--progress", "loud"},
+      {"status", a, "--timeout", ""},
+      {"status", a, "--log-prefix", "--json"},
       {"status", a, "--log-path", "C:\\no such folder"},
       {"slew", a, "up"},
       {"slew", a, "north", "--speed", "10"},
@@ -42,6 +47,7 @@ TEST_F(VelquinctlTest, EveryWrongInputIsOneLineAndExitCode2) {
       {"site", a, "--latitude", "9", "--longitude", "0", "--time", "2026-02-30T00:00"},
       {"ini", a, "C:\\no such file.ini", "Mount"},
       {"run", "C:\\no such file.txt"},
+      {"run", longFile},
       {longWord},
       {"status", longWord + "\n"},
       {"status", a, "--timeout", longWord},

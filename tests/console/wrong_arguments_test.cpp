@@ -113,6 +113,47 @@ TEST(WrongArguments, AnOptionWithoutItsValueIsRefused) {
   }
 }
 
+TEST(WrongArguments, AnEmptyTextIsRefused) {
+  for (const auto& [option, command] : kNumberOptions) {
+    ExpectRefused(Line(command, {option, ""}));
+    ExpectRefused(Line(command, {option + "="}));
+  }
+  for (const char* option : {"--library", "--name", "--log-path", "--log-prefix", "--progress"}) {
+    ExpectRefused(Line("status", {option, ""}));
+    ExpectRefused({option, "", "status", "m"});
+    ExpectRefused(Line("status", {std::string(option) + "="}));
+  }
+  ExpectRefused(Line("site", {"--time", ""}));
+  ExpectRefused({"dialog", "m", "", ""});
+  ExpectRefused({"ini", "m", "", "Mount"});
+  ExpectRefused({"ini", "m", "mount.ini", ""});
+}
+
+TEST(WrongArguments, AnOptionIsNoTextOfTheOneBeforeIt) {
+  for (const char* option : {"--library", "--name", "--log-path", "--log-prefix", "--progress"}) {
+    ExpectTaken(Line("status", {option, "auto"}));
+    ExpectRefused(Line("status", {option, "--json"}));
+  }
+}
+
+TEST(WrongArguments, AFlagTakesNoValue) {
+  for (const char* flag : {"--json", "--quiet", "--show-messages", "--watch", "--help"}) {
+    for (const char* value : {"=", "=010", "=1", "=true", "=false", "=maybe"}) {
+      ExpectRefused(Line("status", {std::string(flag) + value}));
+    }
+  }
+}
+
+TEST(WrongArguments, ANumberWithLeadingZerosIsDecimal) {
+  const auto slew = ParseCommandLine({"slew", "m", "north", "--speed", "007", "--for", "010"}, {});
+  const auto& move = std::get<SlewAction>(std::get<Request>(slew).action);
+  EXPECT_EQ(move.speed, 7);
+  EXPECT_EQ(move.forSeconds, 10.0);
+  ExpectRefused({"slew", "m", "north", "--speed", "011"});
+  const auto pulse = ParseCommandLine({"pulse", "m", "--north", "0100"}, {});
+  EXPECT_EQ(std::get<PulseAction>(std::get<Request>(pulse).action).lengthsMs[0], 100);
+}
+
 TEST(WrongArguments, AnOptionGivenTwiceIsRefused) {
   for (const auto& [option, command] : kNumberOptions) {
     ExpectRefused(Line(command, {option, "5", option, "5"}));
