@@ -35,7 +35,6 @@ class SteadyController {
   int64_t ChangesOfPort() const { return changesOfPort_; }
 
  private:
-  void Listen();
   void Run();
   void Take(std::string_view line, const platform::SocketAddress& sender);
   bool IsToFail();
