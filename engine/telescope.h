@@ -133,11 +133,11 @@ class CTelescope : public CThreadCtrl {
 
   bool BeginSession();
   void MarkSession(bool active);
-  bool InSession();
+  bool InSession(CString& version);
+  void StoreSessionVersion(const CString& version);
   void UndoStart();
   int Probe(char* version, size_t versionSize, char* extra) REQUIRES(sessionLock);
-  int AnswerCheck(char* version, size_t versionSize, char* extra);
-  int Handshake();
+  int Handshake(CString& version);
   void WriteJournal();
 
   void StoreTarget(const double* radec) REQUIRES(lock);
@@ -209,7 +209,7 @@ class CTelescope : public CThreadCtrl {
 
   ControllerWindowFactory windowFactory = nullptr;
   bool sessionActive GUARDED_BY(lock) = false;  // from the begin of Start to the end of End
-  bool answered GUARDED_BY(lock) = false;       // versionText is of the last controller asked
+  CString sessionVersion GUARDED_BY(lock);      // empty until the session's controller has answered
   CCriticalSection sessionLock;                 // one of Start, Check and End at a time
   std::atomic<int32_t> hostCalls = 0;           // threads inside of Start, Check or End
 };

@@ -27,6 +27,18 @@ class CHostCall {
 constexpr int32_t kOpenPort = 80;
 constexpr int32_t kOpenArg = 0;
 
+// Hands a version to the caller of a check, unless there is none.
+int AnswerCheck(const CString& text, char* version, size_t versionSize, char* extra) {
+  if (text.IsEmpty()) return 0;
+  if (version != nullptr && versionSize > 0) {
+    const size_t count = std::min(static_cast<size_t>(text.GetLength()), versionSize - 1);
+    std::memcpy(version, text.GetString(), count);
+    version[count] = '\0';
+  }
+  if (extra != nullptr) *extra = '\0';
+  return 1;
+}
+
 }  // namespace
 
 int CTelescope::Start(HWND ownerWindow, const char* newAddress) {
@@ -55,10 +67,11 @@ int CTelescope::Start(HWND ownerWindow, const char* newAddress) {
 int CTelescope::Check(HWND ownerWindow, const char* newAddress, char* version, size_t versionSize,
                       char* extra) {
   const CHostCall call(hostCalls);
-  if (InSession()) return AnswerCheck(version, versionSize, extra);
+  CString text;
+  if (InSession(text)) return AnswerCheck(text, version, versionSize, extra);
   const CSingleLock oneAtATime(sessionLock);
   // A session may have begun while this call waited.
-  if (InSession()) return AnswerCheck(version, versionSize, extra);
+  if (InSession(text)) return AnswerCheck(text, version, versionSize, extra);
   AttachOwner(ownerWindow);
   address = newAddress;
   return Probe(version, versionSize, extra);
@@ -78,7 +91,9 @@ int CTelescope::OnStart() {
   const CString newName = Copy(&CTelescope::name);
   if (CWinApp* app = AfxGetApp(); app != nullptr && !newName.IsEmpty()) app->SetAppName(newName);
   if (device.Open(address, kOpenPort, kOpenArg) != 0) {
-    if (Handshake() != 0) {
+    CString version;
+    if (Handshake(version) != 0) {
+      StoreSessionVersion(version);
       ReadSiteAndClock();
       ApplyMeridianOverrides();
       const CSingleLock guard(lock);
@@ -108,20 +123,25 @@ bool CTelescope::BeginSession() {
   const CSingleLock guard(lock);
   if (sessionActive) return false;
   sessionActive = true;
-  answered = false;
   return true;
 }
 
 void CTelescope::MarkSession(bool active) {
   const CSingleLock guard(lock);
   sessionActive = active;
-  // A probe that was over only now has asked another controller, perhaps.
-  if (active) answered = false;
+  sessionVersion.Empty();
 }
 
-bool CTelescope::InSession() {
+// Both in one, or the version could be that of a session which began in between.
+bool CTelescope::InSession(CString& version) {
   const CSingleLock guard(lock);
+  version = sessionVersion;
   return sessionActive;
+}
+
+void CTelescope::StoreSessionVersion(const CString& version) {
+  const CSingleLock guard(lock);
+  sessionVersion = version;
 }
 
 // The controller answered, but the system had no thread to give.
@@ -135,34 +155,18 @@ void CTelescope::UndoStart() {
 }
 
 int CTelescope::Probe(char* version, size_t versionSize, char* extra) {
-  const int answered = device.Open(address, kOpenPort, kOpenArg) != 0 && Handshake() != 0;
-  device.Close();
-  return answered == 0 ? 0 : AnswerCheck(version, versionSize, extra);
-}
-
-int CTelescope::AnswerCheck(char* version, size_t versionSize, char* extra) {
+  // A text of its own: a start that waits for this probe is a session already, for other checks.
   CString text;
-  {
-    const CSingleLock guard(lock);
-    if (answered) text = versionText;
-  }
-  if (text.IsEmpty()) return 0;
-  if (version != nullptr && versionSize > 0) {
-    const size_t count = std::min(static_cast<size_t>(text.GetLength()), versionSize - 1);
-    std::memcpy(version, text.GetString(), count);
-    version[count] = '\0';
-  }
-  if (extra != nullptr) *extra = '\0';
-  return 1;
+  const bool answered = device.Open(address, kOpenPort, kOpenArg) != 0 && Handshake(text) != 0;
+  device.Close();
+  return answered ? AnswerCheck(text, version, versionSize, extra) : 0;
 }
 
-int CTelescope::Handshake() {
-  CString version;
+int CTelescope::Handshake(CString& version) {
   CString reply;
   if (device.GetVersion(version, reply) == 0) return 0;
   const CSingleLock guard(lock);
   versionText = version;
-  answered = true;
   return 1;
 }
 

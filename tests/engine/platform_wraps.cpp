@@ -3,8 +3,10 @@
 
 #include <atomic>
 #include <mutex>
+#include <utility>
 
 #include "platform/clock.h"
+#include "platform/sockets.h"
 #include "platform/threads.h"
 
 namespace {
@@ -18,6 +20,29 @@ std::atomic<uint32_t> lockError = 0;
 
 std::mutex sleepsLock;
 std::vector<int> sleeps;  // guarded by sleepsLock
+
+// What a test wants to happen at the next call, of any thread, and not again.
+class Once {
+ public:
+  void Set(std::function<void()> action) {
+    const std::lock_guard guard(lock);
+    next = std::move(action);
+  }
+  void Run() {
+    std::function<void()> action;
+    {
+      const std::lock_guard guard(lock);
+      action.swap(next);
+    }
+    if (action) action();
+  }
+
+ private:
+  std::mutex lock;
+  std::function<void()> next;  // guarded by lock
+};
+
+Once beforeASocketCloses;
 
 }  // namespace
 
@@ -45,6 +70,11 @@ void PlatformWraps::HasNoLocalTime() {
 
 void PlatformWraps::WorksAgain() {
   noThreads = noLocks = noLocalTime = false;
+  BeforeASocketCloses({});
+}
+
+void PlatformWraps::BeforeASocketCloses(std::function<void()> action) {
+  beforeASocketCloses.Set(std::move(action));
 }
 
 std::vector<int> PlatformWraps::Sleeps() const {
@@ -54,8 +84,10 @@ std::vector<int> PlatformWraps::Sleeps() const {
 
 // The linker's names: __wrap_ is called by the code under test, __real_ is platform's own.
 #ifdef _WIN32
+#define CLOSE_SOCKET(kind) kind##_ZN8platform11CloseSocketEy
 #define LOCAL_TIME(kind) kind##_ZN8platform9LocalTimeExR2tm
 #else
+#define CLOSE_SOCKET(kind) kind##_ZN8platform11CloseSocketEi
 #define LOCAL_TIME(kind) kind##_ZN8platform9LocalTimeElR2tm
 #endif
 
@@ -87,6 +119,12 @@ void __wrap__ZN8platform7SleepMsEi(int durationMs) {
 bool LOCAL_TIME(__real_)(int64_t, std::tm&);
 bool LOCAL_TIME(__wrap_)(int64_t secondsSince1970, std::tm& local) {
   return !noLocalTime && LOCAL_TIME(__real_)(secondsSince1970, local);
+}
+
+void CLOSE_SOCKET(__real_)(platform::SocketHandle);
+void CLOSE_SOCKET(__wrap_)(platform::SocketHandle socket) {
+  beforeASocketCloses.Run();
+  CLOSE_SOCKET(__real_)(socket);
 }
 
 }  // extern "C"

@@ -3,6 +3,7 @@
 // sends them here (CMakeLists.txt); unless a test says otherwise they go on to the real functions.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 /// Everything is as usual again when the object goes. One at a time; any thread may make the calls.
@@ -18,6 +19,9 @@ class PlatformWraps {
   void HasNoLocks(unsigned systemError);
   void HasNoLocalTime();
   void WorksAgain();
+
+  /// Runs once, on the thread that closes the next socket, just before it does so.
+  void BeforeASocketCloses(std::function<void()> action);
 
   /// @return the sleeps that were asked for, ms, oldest first. Those above a minute are not slept.
   std::vector<int> Sleeps() const;

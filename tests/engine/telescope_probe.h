@@ -50,6 +50,12 @@ class TelescopeProbe {
     return telescope.CommandQueue.IsEmpty() && telescope.busy == 0;
   }
 
+  /// @return true from the first moment of a start on, also of one that still waits for another.
+  bool SessionActive() {
+    const CSingleLock guard(telescope.lock);
+    return telescope.sessionActive;
+  }
+
   /// North, south, east, west.
   std::vector<int32_t> HandFlags() {
     const CSingleLock guard(telescope.lock);
