@@ -8,6 +8,7 @@
 #include "platform/clock.h"
 #include "platform/sockets.h"
 #include "platform/threads.h"
+#include "platform/user_notice.h"
 
 namespace {
 
@@ -20,6 +21,9 @@ std::atomic<uint32_t> lockError = 0;
 
 std::mutex sleepsLock;
 std::vector<int> sleeps;  // guarded by sleepsLock
+
+std::atomic<int> busyPointers = 0;
+std::atomic<int> busyPointersSoFar = 0;
 
 // What a test wants to happen at the next call, of any thread, and not again.
 class Once {
@@ -43,12 +47,14 @@ class Once {
 };
 
 Once beforeASocketCloses;
+Once beforeALocalTime;
 
 }  // namespace
 
 PlatformWraps::PlatformWraps() {
   const std::lock_guard guard(sleepsLock);
   sleeps.clear();
+  busyPointersSoFar = 0;
 }
 
 PlatformWraps::~PlatformWraps() {
@@ -71,10 +77,23 @@ void PlatformWraps::HasNoLocalTime() {
 void PlatformWraps::WorksAgain() {
   noThreads = noLocks = noLocalTime = false;
   BeforeASocketCloses({});
+  BeforeALocalTime({});
 }
 
 void PlatformWraps::BeforeASocketCloses(std::function<void()> action) {
   beforeASocketCloses.Set(std::move(action));
+}
+
+void PlatformWraps::BeforeALocalTime(std::function<void()> action) {
+  beforeALocalTime.Set(std::move(action));
+}
+
+int PlatformWraps::BusyPointers() const {
+  return busyPointers;
+}
+
+int PlatformWraps::BusyPointersSoFar() const {
+  return busyPointersSoFar;
 }
 
 std::vector<int> PlatformWraps::Sleeps() const {
@@ -118,6 +137,7 @@ void __wrap__ZN8platform7SleepMsEi(int durationMs) {
 
 bool LOCAL_TIME(__real_)(int64_t, std::tm&);
 bool LOCAL_TIME(__wrap_)(int64_t secondsSince1970, std::tm& local) {
+  beforeALocalTime.Run();
   return !noLocalTime && LOCAL_TIME(__real_)(secondsSince1970, local);
 }
 
@@ -125,6 +145,19 @@ void CLOSE_SOCKET(__real_)(platform::SocketHandle);
 void CLOSE_SOCKET(__wrap_)(platform::SocketHandle socket) {
   beforeASocketCloses.Run();
   CLOSE_SOCKET(__real_)(socket);
+}
+
+void* __real__ZN8platform15ShowBusyPointerEv();
+void* __wrap__ZN8platform15ShowBusyPointerEv() {
+  ++busyPointers;
+  ++busyPointersSoFar;
+  return __real__ZN8platform15ShowBusyPointerEv();
+}
+
+void __real__ZN8platform14RestorePointerEPv(void*);
+void __wrap__ZN8platform14RestorePointerEPv(void* previous) {
+  __real__ZN8platform14RestorePointerEPv(previous);
+  --busyPointers;
 }
 
 }  // extern "C"

@@ -22,6 +22,13 @@ class PlatformWraps {
 
   /// Runs once, on the thread that closes the next socket, just before it does so.
   void BeforeASocketCloses(std::function<void()> action);
+  /// Runs once, on the thread that asks for a local time next, before it is told.
+  void BeforeALocalTime(std::function<void()> action);
+
+  /// @return how many blocks that show the busy pointer are being run by all threads together.
+  int BusyPointers() const;
+  /// @return how many have begun so far.
+  int BusyPointersSoFar() const;
 
   /// @return the sleeps that were asked for, ms, oldest first. Those above a minute are not slept.
   std::vector<int> Sleeps() const;

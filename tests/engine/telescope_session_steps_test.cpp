@@ -1,16 +1,40 @@
 // SPDX-License-Identifier: MIT
-// The steps in which a session starts and ends, and what another thread finds between two of them.
+// The order of the steps in which a session starts and ends, and what another thread finds between
+// two of them.
+#include <atomic>
 #include <future>
+#include <iterator>
+#include <memory>
+#include <mutex>
+#include <utility>
 
 #include "tests/engine/engine_fixture.h"
+#include "tests/protocol/vq_ctrl_probe.h"
 
 namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+
+HWND Window(uintptr_t number) {
+  return reinterpret_cast<HWND>(number);
+}
 
 // A loopback address where no controller of a test ever listens.
 const char* const kNobody = "127.13.1.1";
 
 class SessionSteps : public EngineTest {
  protected:
+  /// Leaves a record for the journal behind without waiting for a time-out.
+  void FailAnExchange() {
+    controller.Answers("$ALINI=0", "$WRONG=1");
+    telescope.AlignReset();
+    ASSERT_TRUE(Idle());
+  }
+  ptrdiff_t Journals() {
+    return std::distance(std::filesystem::directory_iterator(folder.Path()), {});
+  }
   /// Starts on another thread; on return it has begun and waits, at the latest, for the call that
   /// makes this one.
   void BeginStart(const char* address) {
@@ -60,6 +84,181 @@ TEST_F(SessionSteps, AnswersNoCheckWithTheVersionOfAControllerThatOnlyAProbeAske
   EXPECT_STREQ(otherVersion, "untouched");
   ASSERT_TRUE(start.valid());
   EXPECT_EQ(start.get(), 0);
+}
+
+// --- Start -------------------------------------------------------------------------------------
+
+// Kept by the session and never used, but a session is always told the same.
+TEST_F(SessionSteps, OpensTheSessionOfAStartWithPort80AndNothing) {
+  ASSERT_EQ(Connect(), 1);
+  telescope.End();
+  EXPECT_EQ(VQCtrlProbe(probe.Device()).Port(), 80);
+  EXPECT_EQ(VQCtrlProbe(probe.Device()).OpenArg(), 0);
+}
+
+TEST_F(SessionSteps, OpensTheSessionOfACheckWithPort80AndNothing) {
+  ASSERT_EQ(Check(), 1);
+  EXPECT_EQ(VQCtrlProbe(probe.Device()).Port(), 80);
+  EXPECT_EQ(VQCtrlProbe(probe.Device()).OpenArg(), 0);
+}
+
+TEST_F(SessionSteps, StartsWithTheFailedPollsOfTheLastSession) {
+  StartSession();
+  telescope.End();
+  for (int failed = 0; failed < 11; ++failed) telescope.OnPoll();  // there is no link
+  ASSERT_EQ(probe.FailedPolls(), 11);
+  // A box holds the worker before its first poll.
+  app.Hold();
+  telescope.Look(nullptr);
+  ASSERT_EQ(Connect(), 1);
+  ASSERT_TRUE(app.WaitForBoxes(1, kSoon));
+  EXPECT_EQ(probe.FailedPolls(), 11);
+  double radec[2] = {};
+  EXPECT_EQ(telescope.GetPos(radec), 0);
+  app.Answer();
+  EXPECT_TRUE(Eventually([&] { return telescope.GetPos(radec) == 1; }, kSoon));
+}
+
+// --- End ---------------------------------------------------------------------------------------
+
+TEST_F(SessionSteps, WritesTheJournalBeforeItAsksTheWorkerToEnd) {
+  StartSession();
+  FailAnExchange();
+  bool connected = false;
+  bool hasThread = false;
+  std::vector<int> queue = {-1};
+  platformCalls.BeforeALocalTime([&] {
+    connected = telescope.GetConnected() != 0;
+    hasThread = rhythm.HasThread();
+    queue = probe.Queue();
+  });
+  telescope.End();
+  EXPECT_TRUE(connected);
+  EXPECT_TRUE(hasThread);
+  EXPECT_THAT(queue, IsEmpty());
+  EXPECT_EQ(Journals(), 1);
+}
+
+TEST_F(SessionSteps, DropsTheOwnerBeforeItEnds) {
+  ASSERT_EQ(telescope.Start(Window(0x10), controller.Address().c_str()), 1);
+  FailAnExchange();
+  HWND owner = Window(0x20);
+  platformCalls.BeforeALocalTime([&] { owner = telescope.OwnerWindow(); });
+  telescope.End();
+  EXPECT_EQ(owner, nullptr);
+}
+
+// Tells when its worker has left the loop and touches the engine no more.
+class TellingTelescope : public CTelescope {
+ public:
+  explicit TellingTelescope(std::atomic<bool>& workerHasLeft) : left(workerHasLeft) {}
+  void Run() override {
+    CTelescope::Run();
+    left = true;
+  }
+
+ private:
+  std::atomic<bool>& left;
+};
+
+// An engine that goes while it is connected only waits for its worker; End is what writes.
+TEST_F(SessionSteps, WritesNoJournalWhenTheEngineIsDestroyed) {
+  controller.Answers("$ALINI=0", "$WRONG=1");
+  std::atomic<bool> workerHasLeft = false;
+  auto other = std::make_unique<TellingTelescope>(workerHasLeft);
+  other->SetLogPath((folder.Narrow() + "/").c_str());
+  other->AlignReset();
+  TelescopeProbe(*other).Enqueue(kCommandClose);
+  ASSERT_EQ(other->Start(nullptr, controller.Address().c_str()), 1);
+  ASSERT_TRUE(Eventually([&] { return workerHasLeft.load(); }, kSoon));
+  ASSERT_EQ(other->GetConnected(), 1);
+  bool asked = false;
+  platformCalls.BeforeALocalTime([&] { asked = true; });
+  other.reset();
+  EXPECT_FALSE(asked);
+  EXPECT_EQ(Journals(), 0);
+}
+
+// --- Busy pointer ------------------------------------------------------------------------------
+
+class BusyPointer : public SessionSteps {
+ protected:
+  using Exchanges = std::vector<std::pair<std::string, int>>;
+
+  BusyPointer() {
+    controller.SetFaults([this](int, std::string_view command) {
+      const std::lock_guard guard(exchangesLock);
+      exchanges.emplace_back(command.substr(0, command.find_first_of("=?") + 1),
+                             platformCalls.BusyPointers());
+      return simulator::Fault();
+    });
+  }
+  ~BusyPointer() override { controller.SetFaults({}); }
+
+  /// The commands so far without values, each with the number of busy pointers during its exchange.
+  Exchanges Seen() {
+    const std::lock_guard guard(exchangesLock);
+    return exchanges;
+  }
+
+  std::mutex exchangesLock;
+  Exchanges exchanges;  // guarded by exchangesLock
+};
+
+TEST_F(BusyPointer, IsShownForTheWholeStartAndOnceMoreForTheReadout) {
+  ASSERT_EQ(Connect(), 1);
+  EXPECT_EQ(platformCalls.BusyPointers(), 0);
+  ASSERT_TRUE(controller.WaitFor("$MTSTA?", kSoonMs));
+  Exchanges seen = Seen();
+  seen.resize(8);
+  EXPECT_THAT(seen, ElementsAre(Pair("$SYVER?", 1), Pair("$SYVER?", 1), Pair("$MTMDL?", 1),
+                                Pair("$SYVER?", 1), Pair("$SYLOC?", 2), Pair("$SYUTM?", 2),
+                                Pair("$MTCOM=", 1), Pair("$MTSTA?", 0)));
+}
+
+TEST_F(BusyPointer, StaysWhileTheUserIsToldThatNobodyAnswers) {
+  controller.IsSilentTo("$SYVER?");
+  app.Hold();
+  auto failing = std::async(std::launch::async, [this] { return Connect(); });
+  ASSERT_TRUE(app.WaitForBoxes(1, kSoon));
+  EXPECT_EQ(platformCalls.BusyPointers(), 1);
+  app.Answer();
+  EXPECT_EQ(failing.get(), 0);
+  EXPECT_EQ(platformCalls.BusyPointers(), 0);
+}
+
+TEST_F(BusyPointer, IsShownForTheReadoutBehindAHandOff) {
+  StartSession();
+  {
+    const std::lock_guard guard(exchangesLock);
+    exchanges.clear();
+  }
+  const SiteTime time = {2024, 1, 15, 21, 0, 0.0, 9.0};
+  const SiteLocation location = {35.681, 139.767, 0.0};
+  telescope.BaseSetting(&time, &location);
+  ASSERT_TRUE(Idle());
+  ASSERT_TRUE(controller.Saw("$SYUTM?"));
+  for (const auto& [command, pointers] : Seen()) {
+    EXPECT_EQ(pointers, command == "$SYLOC?" || command == "$SYUTM?" ? 1 : 0) << command;
+  }
+}
+
+TEST_F(BusyPointer, IsShownWhileAnEndWaitsForTheWorker) {
+  StartSession();
+  app.Hold();
+  telescope.Look(nullptr);
+  ASSERT_TRUE(app.WaitForBoxes(1, kSoon));
+  auto end = std::async(std::launch::async, [this] { return telescope.End(); });
+  EXPECT_TRUE(Eventually([this] { return platformCalls.BusyPointers() == 1; }, kSoon));
+  app.Answer();
+  end.get();
+  EXPECT_EQ(platformCalls.BusyPointers(), 0);
+}
+
+TEST_F(BusyPointer, IsNotShownByAnEndWithoutAWorkerNorByACheck) {
+  telescope.End();
+  ASSERT_EQ(Check(), 1);
+  EXPECT_EQ(platformCalls.BusyPointersSoFar(), 0);
 }
 
 }  // namespace

@@ -94,6 +94,7 @@ struct WindowNotes {
   std::vector<std::string> events;
   CTelescope* engine = nullptr;
   HWND owner = nullptr;
+  std::vector<int> queueAtTheEnd;
   bool hadWorkerAtTheEnd = false;
   bool lockWasHeldAtTheEnd = false;
   bool refuse = false;
@@ -104,6 +105,7 @@ class NotingWindow : public IControllerWindow {
   ~NotingWindow() override {
     notes.events.push_back("delete");
     notes.hadWorkerAtTheEnd = ThreadCtrlProbe(*notes.engine).HasThread();
+    notes.queueAtTheEnd = TelescopeProbe(*notes.engine).Queue();
     // Another thread gets the engine's lock only when this one does not hold it.
     auto other = std::make_shared<std::promise<void>>();
     std::future<void> entered = other->get_future();
@@ -183,6 +185,7 @@ TEST_F(ControllerWindow, ClosesAtTheEndOfTheSessionBeforeTheWorkerIsWaitedForAnd
   EXPECT_THAT(notes.events, ElementsAre("new Vendor Name", "delete"));
   EXPECT_TRUE(notes.hadWorkerAtTheEnd);
   EXPECT_TRUE(notes.lockWasHeldAtTheEnd);
+  EXPECT_THAT(notes.queueAtTheEnd, ElementsAre(kCommandClose));
 }
 
 TEST_F(ControllerWindow, ClosesWithTheEngine) {
