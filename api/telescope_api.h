@@ -162,15 +162,16 @@ typedef int32_t (*TelescopeCheckFn)(TelescopeWindow, const char*, void*, char*, 
 
 /** Connects to a controller and starts the worker. Blocks for the exchanges, at most 0.5 s for each
  *  that stays unanswered, plus the look-up of a host name. When the controller does not answer, a
- *  message box tells the user before the call returns; a system that has no thread to give shows
- *  only in the result.
+ *  message box tells the user before the call returns.
  *  While a session runs (or is being started or ended) it returns 0 at once, without a message, and
  *  leaves that session, its owner window and its address untouched; there is never a second worker.
  *  @param window becomes the owner of the hand-controller window, until TelescopeEnd
  *  @param address dotted IPv4 address or host name; the port is always 60023
  *  @param unused ignored
  *  @param unusedNumber ignored
- *  @return 1 when the session runs, else 0. */
+ *  @return 1 when the session runs, else 0. The user has then been told by a message box, except
+ *          where there is a session already, as said above, and where the system has no thread to
+ *          give or no memory left: these show only in the result. */
 VELQUIN_API int32_t TelescopeStart(TelescopeWindow window, const char* address, void* unused,
                                    int32_t unusedNumber);
 typedef int32_t (*TelescopeStartFn)(TelescopeWindow, const char*, void*, int32_t);
