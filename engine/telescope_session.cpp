@@ -23,6 +23,24 @@ class CHostCall {
   std::atomic<int32_t>& m_count;
 };
 
+// Closes the link when an attempt to connect is over: nobody answered, or there was no memory for
+// one of its exchanges. A link that stayed open would stay bound to that address, and a host that
+// corrects the address could never connect.
+class CLinkCloser {
+ public:
+  explicit CLinkCloser(CVQCtrlW& device) : m_device(&device) {}
+  ~CLinkCloser() {
+    if (m_device != nullptr) m_device->Close();
+  }
+  CLinkCloser(const CLinkCloser&) = delete;
+  CLinkCloser& operator=(const CLinkCloser&) = delete;
+
+  void LeaveOpen() { m_device = nullptr; }
+
+ private:
+  CVQCtrlW* m_device;
+};
+
 // Kept by the session and never used: the controller listens on a port of its own.
 constexpr int32_t kOpenPort = 80;
 constexpr int32_t kOpenArg = 0;
@@ -90,20 +108,19 @@ int CTelescope::OnStart() {
   const CWaitCursor busyPointer;
   const CString newName = Copy(&CTelescope::name);
   if (CWinApp* app = AfxGetApp(); app != nullptr && !newName.IsEmpty()) app->SetAppName(newName);
-  if (device.Open(address, kOpenPort, kOpenArg) != 0) {
+  {
+    CLinkCloser closer(device);
     CString version;
-    if (Handshake(version) != 0) {
+    if (device.Open(address, kOpenPort, kOpenArg) != 0 && Handshake(version) != 0) {
       StoreSessionVersion(version);
       ReadSiteAndClock();
       ApplyMeridianOverrides();
+      closer.LeaveOpen();
       const CSingleLock guard(lock);
       connected = 1;
       return 1;
     }
   }
-  // Also when the link opened and nobody answered: it would stay bound to that address, and a host
-  // that corrects the address could never connect.
-  device.Close();
   AfxMessageBox(kTextNoResponse);
   return 0;
 }
@@ -157,9 +174,11 @@ void CTelescope::UndoStart() {
 int CTelescope::Probe(char* version, size_t versionSize, char* extra) {
   // A text of its own: a start that waits for this probe is a session already, for other checks.
   CString text;
-  const bool answered = device.Open(address, kOpenPort, kOpenArg) != 0 && Handshake(text) != 0;
-  device.Close();
-  return answered ? AnswerCheck(text, version, versionSize, extra) : 0;
+  {
+    const CLinkCloser closer(device);
+    if (device.Open(address, kOpenPort, kOpenArg) == 0 || Handshake(text) == 0) return 0;
+  }
+  return AnswerCheck(text, version, versionSize, extra);
 }
 
 int CTelescope::Handshake(CString& version) {

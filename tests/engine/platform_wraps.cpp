@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <mutex>
+#include <new>
 #include <utility>
 
 #include "platform/clock.h"
@@ -18,6 +19,9 @@ std::atomic<bool> noThreads = false;
 std::atomic<bool> noLocks = false;
 std::atomic<bool> noLocalTime = false;
 std::atomic<uint32_t> lockError = 0;
+
+std::mutex commandLock;
+std::string commandWithoutMemory;  // guarded by commandLock; empty for none
 
 std::mutex sleepsLock;
 std::vector<int> sleeps;  // guarded by sleepsLock
@@ -74,8 +78,14 @@ void PlatformWraps::HasNoLocalTime() {
   noLocalTime = true;
 }
 
+void PlatformWraps::HasNoMemoryFor(const std::string& command) {
+  const std::lock_guard guard(commandLock);
+  commandWithoutMemory = command;
+}
+
 void PlatformWraps::WorksAgain() {
   noThreads = noLocks = noLocalTime = false;
+  HasNoMemoryFor("");
   BeforeASocketCloses({});
   BeforeALocalTime({});
 }
@@ -105,9 +115,11 @@ std::vector<int> PlatformWraps::Sleeps() const {
 #ifdef _WIN32
 #define CLOSE_SOCKET(kind) kind##_ZN8platform11CloseSocketEy
 #define LOCAL_TIME(kind) kind##_ZN8platform9LocalTimeExR2tm
+#define SEND_DATAGRAM(kind) kind##_ZN8platform12SendDatagramEyPKciRKNS_13SocketAddressE
 #else
 #define CLOSE_SOCKET(kind) kind##_ZN8platform11CloseSocketEi
 #define LOCAL_TIME(kind) kind##_ZN8platform9LocalTimeElR2tm
+#define SEND_DATAGRAM(kind) kind##_ZN8platform12SendDatagramEiPKciRKNS_13SocketAddressE
 #endif
 
 extern "C" {
@@ -158,6 +170,18 @@ void __real__ZN8platform14RestorePointerEPv(void*);
 void __wrap__ZN8platform14RestorePointerEPv(void* previous) {
   __real__ZN8platform14RestorePointerEPv(previous);
   --busyPointers;
+}
+
+int SEND_DATAGRAM(__real_)(platform::SocketHandle, const char*, int,
+                           const platform::SocketAddress&);
+int SEND_DATAGRAM(__wrap_)(platform::SocketHandle socket, const char* bytes, int count,
+                           const platform::SocketAddress& to) {
+  {
+    const std::lock_guard guard(commandLock);
+    const std::string& command = commandWithoutMemory;
+    if (!command.empty() && std::string(bytes, count).starts_with(command)) throw std::bad_alloc();
+  }
+  return SEND_DATAGRAM(__real_)(socket, bytes, count, to);
 }
 
 }  // extern "C"

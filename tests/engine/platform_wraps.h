@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <vector>
 
 /// Everything is as usual again when the object goes. One at a time; any thread may make the calls.
@@ -18,6 +19,8 @@ class PlatformWraps {
   void HasNoThreads();
   void HasNoLocks(unsigned systemError);
   void HasNoLocalTime();
+  /// There is no memory (std::bad_alloc) for the sending of a command that begins so.
+  void HasNoMemoryFor(const std::string& command);
   void WorksAgain();
 
   /// Runs once, on the thread that closes the next socket, just before it does so.

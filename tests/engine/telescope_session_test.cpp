@@ -206,6 +206,37 @@ TEST_F(Session, StartsLaterWhenThereWasNoMemory) {
   EXPECT_TRUE(PollsAgain());
 }
 
+// Memory that ran out between two exchanges left the link tied to the controller of that attempt,
+// and no other could be reached.
+TEST_F(Session, ReachesAnotherControllerAfterAStartWithoutMemory) {
+  platformCalls.HasNoMemoryFor("$SYVER?");
+  EXPECT_EQ(telescope.Start(nullptr, kNobody), 0);
+  EXPECT_TRUE(telescope.IsIdle());
+  platformCalls.WorksAgain();
+  EXPECT_EQ(Connect(), 1);
+  EXPECT_TRUE(PollsAgain());
+}
+
+TEST_F(Session, ClosesTheLinkWhereverAStartHadNoMemory) {
+  for (const char* command : {"$MTMDL?", "$SYLOC?", "$SYUTM?", "$MTCOM="}) {
+    controller.Clear();
+    platformCalls.HasNoMemoryFor(command);
+    EXPECT_EQ(Connect(), 0) << command;
+    platformCalls.WorksAgain();
+    EXPECT_EQ(Connect(), 1) << command;
+    EXPECT_EQ(Conversations(), 2u) << "the link was left open at " << command;
+    telescope.End();
+  }
+}
+
+TEST_F(Session, ReachesAnotherControllerAfterACheckWithoutMemory) {
+  platformCalls.HasNoMemoryFor("$SYVER?");
+  EXPECT_THROW(Check(kNobody), std::bad_alloc);
+  platformCalls.WorksAgain();
+  EXPECT_EQ(Check(), 1);
+  EXPECT_STREQ(version, "1.00");
+}
+
 // --- A session that runs is left alone --------------------------------------------------------
 
 TEST_F(Session, RefusesASecondStartAndLeavesTheFirstAsItIs) {
