@@ -56,7 +56,7 @@ int CUdpLink::Open(const char* host, uint16_t port) {
   return 1;
 }
 
-void CUdpLink::Close() {
+void CUdpLink::Close() noexcept {
   if (!connected) return;
   platform::CloseSocket(socketHandle);
   connected = 0;

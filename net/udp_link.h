@@ -34,7 +34,7 @@ class CUdpLink {
   int Open(const char* host, uint16_t port);
 
   /// Closes a connected link and drops unread bytes; otherwise does nothing. TimeOutErrors stay.
-  void Close();
+  void Close() noexcept;
 
   /// One exchange: sends the command with a line end and waits for a datagram.
   /// Bytes that stay unread (a second line, a line without end) stand before the datagram of the

@@ -38,7 +38,8 @@ class CVQCtrlW {
   /// @return 1 when the controller answered; also when it then stayed silent to the second version
   ///         query, with version and model unread.
   int Open(const char* host, int32_t port, int32_t openArg);
-  void Close();
+  /// Closes the link; harmless while it is closed.
+  void Close() noexcept;
   /// Asks the controller's version. @param version receives the text after "$SYVER="; untouched on
   /// failure.
   int GetVersion(CString& version, CString& reply);

@@ -35,8 +35,13 @@ int CVQCtrlW::Open(const char* newHost, int32_t newPort, int32_t newOpenArg) {
   return reply.IsEmpty() ? 0 : ReadModel(reply);
 }
 
-void CVQCtrlW::Close() {
-  Log("Close");
+void CVQCtrlW::Close() noexcept {
+  try {
+    Log("Close");
+  } catch (...) {
+    // No memory, or no lock: the log misses a line. The link is closed in any case, and the worker,
+    // which closes it last, has nobody who would catch this.
+  }
   link.Close();
 }
 

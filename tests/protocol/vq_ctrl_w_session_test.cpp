@@ -2,6 +2,7 @@
 // Opening and closing a session, the version, the journal and the device log.
 #include <filesystem>
 #include <memory>
+#include <new>
 #include <regex>
 #include <string>
 
@@ -371,6 +372,19 @@ TEST_F(SessionLog, IsOffWhenTheFileCannotBeMade) {
   CVQCtrlW session;
   EXPECT_FALSE(VQCtrlProbe(session).HasLogger());
   session.Close();
+}
+
+// The worker closes the link last, and nobody would catch what it throws.
+TEST_F(SessionLog, ClosesTheLinkThoughThereIsNoMemoryForALine) {
+  ScriptedController controller;
+  controller.LooksLikeAMount();
+  CVQCtrlW session;
+  ASSERT_EQ(session.Open(controller.Address().c_str(), 80, 0), 1);
+  faults.localTime = [](int64_t, std::tm&) -> bool { throw std::bad_alloc(); };
+  EXPECT_NO_THROW(session.Close());
+  EXPECT_EQ(faults.socketsClosed, 1);
+  faults.localTime = nullptr;
+  EXPECT_THAT(Events(), ElementsAre("INFO:Open:"));
 }
 
 TEST_F(SessionLog, IsDecidedOnceForTheLifeOfASession) {
