@@ -43,7 +43,7 @@ inline constexpr int kSocketError = -1;
 /// What a bounded wait saw.
 struct ReadWait {
   int result;   ///< the system's select: 0 nothing in time, negative an error, else ready sockets
-  bool marked;  ///< the socket stands in the read set afterwards
+  bool marked;  ///< the socket can be read without waiting; false after an error, whatever it was
 };
 
 /// Starts the system's sockets. @param versionWord minor version in the high byte, major in the

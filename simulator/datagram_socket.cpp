@@ -41,9 +41,7 @@ uint16_t DatagramSocket::Port() const {
 
 bool DatagramSocket::Wait(int timeoutMs) const {
   const platform::WaitTime timeOut = {timeoutMs / 1000, timeoutMs % 1000 * 1000};
-  // A wait broken off by a signal leaves the socket marked as it was before.
-  const platform::ReadWait wait = platform::WaitReadable(socket_, timeOut);
-  return wait.result > 0 && wait.marked;
+  return platform::WaitReadable(socket_, timeOut).marked;
 }
 
 bool DatagramSocket::Receive(std::string& bytes, platform::SocketAddress& sender) {

@@ -62,7 +62,8 @@ ReadWait WaitReadable(SocketHandle socket, const WaitTime& timeOut) {
   FD_SET(socket, &readSet);
   timeval span = {timeOut.seconds, timeOut.microseconds};
   const int result = select(static_cast<int>(socket) + 1, &readSet, nullptr, nullptr, &span);
-  return {result, FD_ISSET(socket, &readSet) != 0};
+  // After an error the set is as it was before, and a read would block.
+  return {result, result > 0 && FD_ISSET(socket, &readSet) != 0};
 }
 
 int ReceiveDatagram(SocketHandle socket, char* bytes, int capacity, SocketAddress* sender) {
