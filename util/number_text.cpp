@@ -31,6 +31,9 @@ double OutOfRange(const char* first, const char* last) {
 
 double TextToDouble(const char* text) {
   const char* first = NumberStart(text);
+  // from_chars also takes "inf" and "nan", and words that begin so, which are no numbers here.
+  const char digit = *first == '-' ? first[1] : *first;
+  if (digit != '.' && (digit < '0' || digit > '9')) return 0.0;
   const char* last = first + std::strlen(first);
   double number = 0.0;
   const auto [end, error] = std::from_chars(first, last, number);

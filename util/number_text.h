@@ -5,7 +5,8 @@
 
 #include <cstdint>
 
-/// Takes leading white space, a sign and as many characters as make a number.
+/// Takes leading white space, a sign and as many characters as make a decimal number; a word
+/// ("inf", "nan") is none.
 /// @return the number; 0.0 when there is none, infinity or 0.0 beyond the range of a double.
 double TextToDouble(const char* text);
 

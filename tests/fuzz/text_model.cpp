@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cctype>
 #include <climits>
-#include <cmath>
 #include <cstdlib>
 #include <cstring>
 
@@ -16,6 +15,8 @@ double ModelDouble(const std::string& text) {
   const bool hasSign = *first == '-' || *first == '+';
   const char* digits = hasSign ? first + 1 : first;
   if (digits[0] == '0' && (digits[1] == 'x' || digits[1] == 'X')) return *first == '-' ? -0.0 : 0.0;
+  // strtod also takes "inf" and "nan", and words that begin so.
+  if (std::isalpha(static_cast<unsigned char>(digits[0]))) return 0.0;
   char* end = nullptr;
   const double number = std::strtod(first, &end);
   return end == first ? 0.0 : number;
@@ -27,7 +28,6 @@ int32_t ModelInt(const std::string& text) {
 }
 
 bool SameNumber(double a, double b) {
-  if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
   return std::memcmp(&a, &b, sizeof a) == 0;
 }
 

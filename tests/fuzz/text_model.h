@@ -6,11 +6,12 @@
 #include <string>
 #include <vector>
 
-/// @return the number that a text begins with as atof reads it, but without hexadecimal ones.
+/// @return the number that a text begins with as atof reads it, but without words ("inf") and
+///         hexadecimal ones.
 double ModelDouble(const std::string& text);
 /// @return as atol with 32 bits reads it.
 int32_t ModelInt(const std::string& text);
-/// @return true for equal numbers, 0.0 and -0.0 apart; any NaN is like any other.
+/// @return true for equal numbers, 0.0 and -0.0 apart.
 bool SameNumber(double a, double b);
 
 /// @return without white space (of the C locale) at both ends.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -11,6 +12,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "tests/framework/comma_locale.h"
 
@@ -24,7 +26,17 @@ testing::AssertionResult SameDouble(double a, double b) {
   return testing::AssertionFailure() << a << " is not " << b;
 }
 
+// Words ("inf", "nan") and hexadecimal numbers are left out, which not all of them take.
 double RuntimeDouble(const std::string& text) {
+  const size_t first = text.find_first_not_of(" \t");
+  const size_t digits = text.find_first_not_of("+-", first);
+  if (digits != std::string::npos && std::isalpha(static_cast<unsigned char>(text[digits]))) {
+    return 0.0;
+  }
+  if (first != std::string::npos && digits <= first + 1 && text[digits] == '0' &&
+      std::tolower(static_cast<unsigned char>(text[digits + 1])) == 'x') {
+    return text[first] == '-' ? -0.0 : 0.0;
+  }
   char* end = nullptr;
   const double number = std::strtod(text.c_str(), &end);
   // Some runtime libraries make -0.0 of a sign without a number.
@@ -89,6 +101,23 @@ TEST(TextToDouble, IsZeroWhereThereIsNoNumber) {
   }
 }
 
+TEST(TextToDouble, IsZeroForWords) {
+  for (const char* word : {"inf", "INF", "infinity", "infected", "nan", "NaN", "nan(1)", "Nancy"}) {
+    const std::string text = word;
+    EXPECT_TRUE(SameDouble(TextToDouble(text.c_str()), 0.0)) << text;
+    EXPECT_TRUE(SameDouble(TextToDouble(("+" + text).c_str()), 0.0)) << text;
+    EXPECT_TRUE(SameDouble(TextToDouble(("-" + text).c_str()), 0.0)) << text;
+    EXPECT_TRUE(SameDouble(TextToDouble((" " + text).c_str()), 0.0)) << text;
+  }
+}
+
+TEST(TextToDouble, IsDecimal) {
+  EXPECT_TRUE(SameDouble(TextToDouble("0x1p3"), 0.0));
+  EXPECT_TRUE(SameDouble(TextToDouble("-0X1F"), -0.0));
+  EXPECT_EQ(TextToDouble("1f"), 1.0);
+  EXPECT_EQ(TextToDouble("1p3"), 1.0);
+}
+
 TEST(TextToDouble, SkipsWhiteSpaceInFront) {
   EXPECT_EQ(TextToDouble(" \t\n\v\f\r7.5 "), 7.5);
   EXPECT_EQ(TextToDouble("\xA0"
@@ -147,10 +176,11 @@ TEST(TextToDouble, AgreesWithTheRuntimeLibraryAtTheEdgesOfTheRange) {
 
 TEST(TextToDouble, AgreesWithTheRuntimeLibraryOnNonsense) {
   std::mt19937 random(3);
-  const std::string characters = "0123456789+-..eE \t,$g";
+  std::vector<std::string> pieces = {"inf", "INF", "inity", "nan", "NaN", "0x", "0X1p", "nan("};
+  for (const char c : std::string("0123456789+-..eE \t,$gxinfa")) pieces.emplace_back(1, c);
   for (int i = 0; i < 50000; ++i) {
-    std::string text(random() % 9, ' ');
-    for (char& c : text) c = characters[random() % characters.size()];
+    std::string text;
+    for (size_t count = random() % 9; count > 0; --count) text += pieces[random() % pieces.size()];
     ASSERT_TRUE(SameDouble(TextToDouble(text.c_str()), RuntimeDouble(text))) << '"' << text << '"';
   }
 }

@@ -207,6 +207,12 @@ TEST_F(ThreeFields, GiveTheNumbersTheyBeginWith) {
   EXPECT_EQ(line.atox(1, 9), 12);
 }
 
+TEST(StringSep, ReadsWordsAsZero) {
+  CStringSep line;
+  line.Set("inf,-infinity,nan,Nancy,0x1p3", ",", 0);
+  for (int field = 0; field < 5; ++field) EXPECT_EQ(line.atof(field, 9.0), 0.0) << field;
+}
+
 TEST(StringSep, ReadsHexadecimalAsDecimal) {
   CStringSep line;
   line.Set("12,ff,1F,0x10", ",", 0);
