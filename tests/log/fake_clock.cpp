@@ -14,6 +14,10 @@ std::optional<Clock::time_point> standsAt;
 }  // namespace
 
 FakeClock::FakeClock(std::chrono::microseconds sinceEpoch) {
+  MoveTo(sinceEpoch);
+}
+
+void FakeClock::MoveTo(std::chrono::microseconds sinceEpoch) {
   standsAt = Clock::time_point(std::chrono::duration_cast<Clock::duration>(sinceEpoch));
 }
 

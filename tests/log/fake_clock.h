@@ -12,4 +12,6 @@ class FakeClock {
   ~FakeClock();
   FakeClock(const FakeClock&) = delete;
   FakeClock& operator=(const FakeClock&) = delete;
+
+  void MoveTo(std::chrono::microseconds sinceEpoch);
 };

@@ -37,6 +37,12 @@ const std::string kLineEnd = "\n";
 // Not per thread: what the compiler needs for that takes a lock itself.
 std::atomic<bool> locksFail = false;
 
+constexpr auto kAsked = 1709640429042000us;
+constexpr auto kGiven = 1709640429942000us;
+
+// Stands at kGiven once a lock has been taken.
+std::atomic<FakeClock*> movedByLocks = nullptr;
+
 // What the local clock shows at a time, written by other means.
 std::string LocalClock(std::time_t time) {
   const std::tm* local = std::localtime(&time);
@@ -75,7 +81,9 @@ extern "C" {
 int __real_pthread_mutex_lock(pthread_mutex_t* mutex);
 int __wrap_pthread_mutex_lock(pthread_mutex_t* mutex);
 int __wrap_pthread_mutex_lock(pthread_mutex_t* mutex) {
-  return locksFail ? EDEADLK : __real_pthread_mutex_lock(mutex);
+  if (locksFail) return EDEADLK;
+  if (FakeClock* clock = movedByLocks) clock->MoveTo(kGiven);
+  return __real_pthread_mutex_lock(mutex);
 }
 }
 
@@ -178,6 +186,16 @@ TEST_F(LoggerFile, HasWholeLinesOfSeveralThreadsInTheOrderOfTime) {
     EXPECT_EQ(parts[1], parts[2]) << "the thread's own number";
     EXPECT_EQ(std::stoi(parts[4]), next[parts[3] == "first" ? 0 : 1]++) << line;
   }
+}
+
+// Another thread may write its line meanwhile, and the file is in the order of time.
+TEST_F(LoggerFile, HasTheTimeAtWhichTheLockWasGiven) {
+  Logger logger(path);
+  FakeClock clock(kAsked);
+  movedByLocks = &clock;
+  logger.Log("INFO", "x");
+  movedByLocks = nullptr;
+  EXPECT_EQ(Bytes().substr(19, 5), ".942:");
 }
 
 TEST_F(LoggerFile, ReportsALockThatCannotBeTaken) {

@@ -138,6 +138,13 @@ TEST_F(TimeOutJournal, WritesTheTimeSinceTheHostStarted) {
   EXPECT_EQ(Line(450000000), "125:00:00 $MTSTA? : TimeOut\n");
 }
 
+// The time goes through hours, as all clock times of the driver do: 13 s are no whole number of
+// hundredths of an hour and come out a hair below 13.
+TEST_F(TimeOutJournal, CutsTheSecondsThatComeOutOfTheHours) {
+  EXPECT_EQ(Line(13000), "00:00:12 $MTSTA? : TimeOut\n");
+  EXPECT_EQ(Line(14000), "00:00:14 $MTSTA? : TimeOut\n");
+}
+
 TEST_F(TimeOutJournal, HasALineForEveryRecordOldestFirst) {
   Record("$SYVER?", 1000, "FD_ISSET");
   Record("$SYVER?", 1000, "TimeOut(1000)");

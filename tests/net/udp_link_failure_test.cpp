@@ -303,6 +303,15 @@ TEST_F(UdpLinkFailure, StaysClosedWithoutMemory) {
   EXPECT_EQ(faults.socketsClosed, 0);
 }
 
+TEST_F(UdpLinkFailure, RemembersItsLastSocketWhileClosed) {
+  Connect();
+  const platform::SocketHandle socket = probe.Socket();
+  link.Close();
+  EXPECT_FALSE(probe.Connected());
+  EXPECT_EQ(probe.Socket(), socket);
+  EXPECT_NE(socket, platform::kInvalidSocket);
+}
+
 TEST_F(UdpLinkFailure, CanStillChangeItsTimeOutAfterAFailedOpen) {
   faults.lookUpHost = [](const std::string&, uint32_t&) { return false; };
   ASSERT_EQ(link.Open("nowhere", 60023), 0);

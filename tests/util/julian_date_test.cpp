@@ -125,6 +125,15 @@ TEST(JdToDate, UsesTheJulianCalendarBeforeTheReform) {
   ExpectDate(0.0, -4712, 1, 1.5);
 }
 
+// Hosts may throw both away, or one, into the same variable.
+TEST(JdToDate, WritesTheYearAfterTheMonth) {
+  int32_t both = 0;
+  double day = 0.0;
+  JdToDate(2461099.5, &both, &both, &day);
+  EXPECT_EQ(both, 2026);
+  EXPECT_EQ(day, 28.0);
+}
+
 TEST(JdToDate, BeginsTheDayAtMidnight) {
   ExpectDate(2461099.5, 2026, 2, 28.0);
   ExpectDate(2461100.25, 2026, 2, 28.75);
