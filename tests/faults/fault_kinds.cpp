@@ -13,8 +13,8 @@ using simulator::Fault;
 constexpr const char* kFaultNames[kFaultKinds] = {
     "command lost", "reply lost", "delay", "late",    "duplicate", "reorder",
     "truncate",     "garble",     "empty", "foreign", "split",     "silence"};
-constexpr const char* kPhaseNames[kPhases] = {"open",   "handshake", "hand-off", "poll", "goto",
-                                              "pulses", "hand move", "stop",     "close"};
+constexpr const char* kPhaseNames[kPhases] = {"open",   "handshake", "hand-off", "poll",  "goto",
+                                              "pulses", "hand move", "stop",     "close", "queue"};
 
 /// The exchanges of a start, by their numbers.
 constexpr int kLastOfOpen = 3;
@@ -85,6 +85,7 @@ const char* PhaseCommand(Phase phase, uint64_t seed) {
     case Phase::kClose:
       return "$MTSTA?";
     case Phase::kGoto:
+    case Phase::kQueue:
       return "$MTTGT=";
     case Phase::kPulses:
     case Phase::kHandMove:

@@ -32,9 +32,10 @@ enum class Phase {
   kPulses,
   kHandMove,
   kStop,
-  kClose,
+  kClose,  ///< a stop, which empties the queue, and the end right behind it
+  kQueue,  ///< an end without a stop before it, which works the queue off
 };
-inline constexpr int kPhases = 9;
+inline constexpr int kPhases = 10;
 const char* PhaseName(Phase phase);
 
 /// @return the command that the faults of a phase hit for certain; for the phases of a start, where

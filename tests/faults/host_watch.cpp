@@ -6,6 +6,8 @@
 namespace {
 
 constexpr DWORD kReadEveryMs = 3;
+constexpr DWORD kStoreEveryMs = 4;
+constexpr double kTarget[2] = {83.633, 22.0145};  // always the same: what is stored may be sent
 constexpr DWORD kLookForBoxesEveryMs = 10;
 
 }  // namespace
@@ -13,12 +15,14 @@ constexpr DWORD kLookForBoxesEveryMs = 10;
 HostWatch::HostWatch(const DriverLibrary& driver, std::function<double()> nowMs)
     : driver_(driver), nowMs_(std::move(nowMs)) {
   reader_ = std::thread([this] { Read(); });
+  storer_ = std::thread([this] { Store(); });
   user_ = std::thread([this] { AnswerBoxes(); });
 }
 
 HostWatch::~HostWatch() {
   stopping_ = true;
   reader_.join();
+  storer_.join();
   user_.join();
 }
 
@@ -45,6 +49,16 @@ void HostWatch::Read() {
     AtOnce("GetParking", [&] { return driver_.GetParking(nullptr); });
     AtOnce("GetEastWest", [&] { return driver_.GetEastWest(nullptr); });
     AtOnce("GetSlewSpeedMax", [&] { return driver_.GetSlewSpeedMax(nullptr); });
+  }
+}
+
+void HostWatch::Store() {
+  for (; !stopping_; Sleep(kStoreEveryMs)) {
+    AtOnce("SetName", [&] { return driver_.SetName(nullptr, "Scope"); });
+    AtOnce("SetVendor", [&] { return driver_.SetVendor(nullptr, "Vendor"); });
+    AtOnce("SetIni", [&] { return driver_.SetIni(nullptr, "none.ini", "Mount"); });
+    AtOnce("SetPos", [&] { return driver_.SetPos(nullptr, kTarget); });
+    AtOnce("SetEastWest", [&] { return driver_.SetEastWest(nullptr, 1); });
   }
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// A host beside the one that a test plays: it reads the driver's state all the time, as a display
-// does, times every call, and answers message boxes as a user does. Any thread may ask it.
+// A host beside the one that a test plays: one thread reads the driver's state all the time, as a
+// display does, another one stores texts and settings, both time every call, and a third one
+// answers message boxes as a user does. Any thread may ask it.
 #pragma once
 
 #include <atomic>
@@ -30,7 +31,7 @@ class HostWatch {
     Note(name, nowMs_() - beginMs);
     return result;
   }
-  /// @return name and duration of the call that took longest.
+  /// @return name and duration, milliseconds, of the call that took longest.
   std::pair<std::string, double> LongestCall() const;
 
   /// @return every position that the driver told to be valid, without repeats, in their order.
@@ -41,6 +42,7 @@ class HostWatch {
 
  private:
   void Read();
+  void Store();
   void AnswerBoxes();
   void Note(const char* name, double durationMs);
 
@@ -55,5 +57,6 @@ class HostWatch {
   std::vector<SkyPosition> positions_;
 
   std::thread reader_;
+  std::thread storer_;
   std::thread user_;
 };

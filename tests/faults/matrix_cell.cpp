@@ -17,17 +17,18 @@ namespace {
 using simulator::Formatted;
 using namespace std::chrono_literals;
 
-constexpr double kAtOnceMs = 100.0;    // what every call but start, check and end may take
+constexpr double kAtOnceMs = 100.0;    // what every call may take but those that connect or end
 constexpr double kPatienceMs = 500.0;  // of an exchange
 constexpr double kCycleSleepMs = 100.0;
 constexpr double kStepMs = 30.0;      // the driver's own work between two exchanges
-constexpr double kWindowMs = 500.0;   // to open a message box, and from its answer to the return
+constexpr double kWindowMs = 500.0;   // to open a window, and from a message's answer to the return
 constexpr double kEndWorkMs = 100.0;  // the journal's file, the thread's end
 constexpr int kPulseMs = 40;
 constexpr double kPulseGapMs = 50.0;
 constexpr double kPulseTrainMs = 4 * (kPulseMs + kPulseGapMs);
 constexpr int kMostExchangesOfStart = 7;
 constexpr int kMostExchangesOfCheck = 4;
+constexpr int kQueuedCommands = 6;
 constexpr auto kHangs = 30s;
 constexpr auto kSoon = 10s;
 constexpr double kTarget[2] = {83.633, 22.0145};
@@ -95,8 +96,7 @@ MatrixCell::MatrixCell(FaultKind kind, Phase phase, uint64_t seed)
   }
   controller_.AnswersInTurn("$MTSTA?", replies);
   controller_.StartWireLog();
-  driver_.SetLogPath(nullptr, (folder_.Narrow() + "\\").c_str());
-  driver_.SetLogPrefix(nullptr, "cell");
+  SetJournal("cell");
 }
 
 MatrixCell::~MatrixCell() {
@@ -105,8 +105,9 @@ MatrixCell::~MatrixCell() {
 
 CellResult MatrixCell::Run() {
   Begin();
-  StoreTexts();
+  result_.failedStart = !started_;
   if (started_) {
+    CallDuringTheSession();
     MakeTheRequest();
     Stop();
   }
@@ -191,12 +192,31 @@ void MatrixCell::StartSession() {
   result_.startMs -= returnedMs - watch_.BoxFoundMs();
 }
 
-void MatrixCell::StoreTexts() {
-  watch_.AtOnce("SetName", [&] { return driver_.SetName(nullptr, "Scope"); });
-  watch_.AtOnce("SetVendor", [&] { return driver_.SetVendor(nullptr, "Vendor"); });
-  watch_.AtOnce("SetIni", [&] { return driver_.SetIni(nullptr, "none.ini", "Mount"); });
-  watch_.AtOnce("SetPos", [&] { return driver_.SetPos(nullptr, kTarget); });
-  watch_.AtOnce("SetEastWest", [&] { return driver_.SetEastWest(nullptr, 1); });
+void MatrixCell::SetJournal(const char* prefix) {
+  const std::string folder = folder_.Narrow() + "\\";
+  watch_.AtOnce("SetLogPath", [&] { return driver_.SetLogPath(nullptr, folder.c_str()); });
+  watch_.AtOnce("SetLogPrefix", [&] { return driver_.SetLogPrefix(nullptr, prefix); });
+}
+
+// What else may be called at any time, and returns at once while a session runs.
+void MatrixCell::CallDuringTheSession() {
+  SetJournal("cell");
+  const char* address = controller_.Address().c_str();
+  const int again =
+      watch_.AtOnce("Start", [&] { return driver_.Start(nullptr, address, nullptr, 0); });
+  Expect(again == 0, "a second start during the session");
+  char version[32] = "";
+  const int exchangesBefore = static_cast<int>(controller_.CountOf("$SYVER?"));
+  const int checked = watch_.AtOnce("Check", [&] {
+    return driver_.Check(nullptr, address, nullptr, version, sizeof version, nullptr, 0);
+  });
+  Expect(checked == 1, "a check during the session was not answered");
+  Expect(controller_.CountOf("$SYVER?") == exchangesBefore, "a check during the session was sent");
+  const double calledMs = NowMs();
+  driver_.Dialog(nullptr, 1);
+  result_.dialogMs = NowMs() - calledMs;
+  ExpectWithin(result_.dialogMs, kWindowMs, "the hand controller's opening");
+  watch_.AtOnce("Dialog with 0", [&] { return driver_.Dialog(nullptr, 0); });
 }
 
 void MatrixCell::MakeTheRequest() {
@@ -218,18 +238,24 @@ void MatrixCell::MakeTheRequest() {
       }
       break;
     case Phase::kClose:
-      // All of these wait, but for the one that the worker happens to take at once.
-      watch_.AtOnce("Home", [&] { return driver_.Home(nullptr); });
-      watch_.AtOnce("Park", [&] { return driver_.Park(nullptr); });
-      watch_.AtOnce("UnPark", [&] { return driver_.UnPark(nullptr); });
-      watch_.AtOnce("AlignReset", [&] { return driver_.AlignReset(nullptr); });
-      watch_.AtOnce("Sync", [&] { return driver_.Sync(nullptr, kTarget); });
-      watch_.AtOnce("SetGuideSpeed", [&] { return driver_.SetGuideSpeed(nullptr, 0.5, 0.5); });
+    case Phase::kQueue:
+      QueueSix();
       return;
     default:
       break;
   }
   WaitForThePhase();
+}
+
+// All of these wait, but for the one that the worker happens to take at once.
+void MatrixCell::QueueSix() {
+  queuedMs_ = NowMs();
+  watch_.AtOnce("Home", [&] { return driver_.Home(nullptr); });
+  watch_.AtOnce("Park", [&] { return driver_.Park(nullptr); });
+  watch_.AtOnce("UnPark", [&] { return driver_.UnPark(nullptr); });
+  watch_.AtOnce("AlignReset", [&] { return driver_.AlignReset(nullptr); });
+  watch_.AtOnce("Sync", [&] { return driver_.Sync(nullptr, kTarget); });
+  watch_.AtOnce("SetGuideSpeed", [&] { return driver_.SetGuideSpeed(nullptr, 0.5, 0.5); });
 }
 
 // A hand-off sends this one whatever becomes of the others.
@@ -246,6 +272,7 @@ void MatrixCell::WaitForThePhase() {
 }
 
 void MatrixCell::Stop() {
+  if (phase_ == Phase::kQueue) return;
   // Anywhere in a cycle, but the same place again for the same seed.
   if (phase_ != Phase::kClose) {
     const auto place = static_cast<uint64_t>(kind_) * kPhases + static_cast<uint64_t>(phase_);
@@ -264,15 +291,36 @@ void MatrixCell::End() {
   const Between during = ExchangesBetween(History(), calledMs, returnedMs);
   Expect(during.polls <= 1, Formatted("the end took %d polls", during.polls));
   // The command being performed, the stop's two, an unpark behind a hand-off.
-  Expect(during.others <= 4, Formatted("the end took %d commands", during.others));
+  const int most = phase_ == Phase::kQueue ? kQueuedCommands : 4;
+  Expect(during.others <= most, Formatted("the end took %d commands", during.others));
+  if (phase_ == Phase::kQueue) ExpectQueueWorkedOff();
   // A train of pulses goes on without a link, and nothing but the train's length tells its end.
   const bool pulses = phase_ == Phase::kPulses && !controller_.Saw("$MTSTP=1");
   ExpectWithin(returnedMs - std::max(during.lastEndMs, calledMs),
                kCycleSleepMs + kEndWorkMs + (pulses ? kPulseTrainMs : 0.0), "the end's return");
 }
 
+// What the worker does when the end is called, a poll at most, its sleep, and all that was queued.
+void MatrixCell::ExpectQueueWorkedOff() {
+  constexpr const char* kInTheirOrder[kQueuedCommands] = {"$MTTGT=1,", "$MTTGT=2,", "$MTTGT=3,",
+                                                          "$ALINI=0",  "$ALIGN=3,", "$MTAGS="};
+  ExpectWithin(result_.endMs,
+               kPatienceMs + kCycleSleepMs + kQueuedCommands * kPatienceMs + kEndWorkMs,
+               "the end with six commands in the queue");
+  int sent = 0;
+  for (const ModelExchange& exchange : History().exchanges) {
+    if (exchange.sentMs < queuedMs_ || exchange.command == "$MTSTA?") continue;
+    const bool next = sent < kQueuedCommands && exchange.command.starts_with(kInTheirOrder[sent]);
+    Expect(next, "out of turn: " + exchange.command);
+    ++sent;
+  }
+  if (sent == kQueuedCommands) return;
+  result_.queueCut = LinkIsClosed();
+  Expect(result_.queueCut, Formatted("%d of the six commands were sent", sent));
+}
+
 void MatrixCell::RunAnotherSession() {
-  driver_.SetLogPrefix(nullptr, "next");
+  SetJournal("next");
   const size_t before = watch_.Positions().size();
   int32_t result = 0;
   Timed([&] { result = driver_.Start(nullptr, controller_.Address().c_str(), nullptr, 0); },
@@ -287,7 +335,7 @@ void MatrixCell::RunAnotherSession() {
 // ----------------------------------------------------------------------------
 
 void MatrixCell::ExpectStopInTime(const LinkHistory& history) {
-  if (!started_) return;
+  if (stopCalledMs_ < 0.0) return;
   const auto stop = std::find_if(
       history.exchanges.begin(), history.exchanges.end(), [&](const ModelExchange& exchange) {
         return exchange.sentMs > stopCalledMs_ && exchange.command == "$MTSTP=1";

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// One cell of the fault matrix: a session whose network goes bad in one phase, a stop in the middle
-// of that, the end, and a session after it; everything seen from the outside is then held against
+// One cell of the fault matrix: a session whose network goes bad in one phase, a stop when that has
+// begun (in the phases of a start, when that has succeeded; in the last one, none), the end, and a
+// session after it; everything seen from the outside is then held against
 // what the controller's log of the wire lets expect. Made and run once by one thread.
 #pragma once
 
@@ -28,11 +29,14 @@ struct CellResult {
   double startMs = -1.0;  ///< without the time from a message box to its answer
   double stopMs = -1.0;   ///< from the call to the wire
   double endMs = -1.0;
-  std::string record;  ///< of the wire, a line for each datagram
+  double dialogMs = -1.0;  ///< to open the hand controller
+  std::string record;      ///< of the wire, a line for each datagram
   int exchanges = 0;
-  int failures = 0;       ///< lines in the journal
-  bool stopKept = false;  ///< the link was closed before the stop could be sent
-  int oddPositions = 0;   ///< polled from a line that is not a whole one of the controller's
+  int failures = 0;          ///< lines in the journal
+  bool stopKept = false;     ///< the link was closed before the stop could be sent
+  bool queueCut = false;     ///< the same for a command that was queued before the end
+  bool failedStart = false;  ///< so that there was nothing to stop
+  int oddPositions = 0;      ///< polled from a line that is not a whole one of the controller's
 };
 
 class MatrixCell {
@@ -56,13 +60,16 @@ class MatrixCell {
   void Begin();
   void CheckController();
   void StartSession();
-  void StoreTexts();
+  void SetJournal(const char* prefix);
+  void CallDuringTheSession();
   void MakeTheRequest();
   /// @return what shows on the wire that the phase has begun; empty in a start
   std::string RequestCommand() const;
   void WaitForThePhase();
+  void QueueSix();
   void Stop();
   void End();
+  void ExpectQueueWorkedOff();
   void RunAnotherSession();
 
   void ExpectStopInTime(const LinkHistory& history);
@@ -81,6 +88,7 @@ class MatrixCell {
   HostWatch watch_;
   CellResult result_;
   bool started_ = false;
-  int sentBefore_ = 0;  // the request's command, before the network went bad
+  int sentBefore_ = 0;      // the request's command, before the network went bad
+  double queuedMs_ = -1.0;  // before the first of the six commands
   double stopCalledMs_ = -1.0;
 };

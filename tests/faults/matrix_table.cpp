@@ -36,12 +36,14 @@ void MatrixTable::Add(FaultKind kind, Phase phase, const CellResult& result, int
   Cell& cell = cells_[static_cast<int>(kind)][static_cast<int>(phase)];
   ++cell.run;
   cell.held += result.broken.empty();
-  cell.stopsKept += result.stopKept;
+  cell.closedTooEarly += result.stopKept || result.queueCut;
+  cell.failedStarts += result.failedStart;
   Longest& longest = longest_[static_cast<int>(phase)];
   longest.checkMs = std::max(longest.checkMs, result.checkMs);
   longest.startMs = std::max(longest.startMs, result.startMs);
   longest.stopMs = std::max(longest.stopMs, result.stopMs);
   longest.endMs = std::max(longest.endMs, result.endMs);
+  longest.dialogMs = std::max(longest.dialogMs, result.dialogMs);
   longest.callMs = std::max(longest.callMs, result.callMs);
   ++cellsRun_;
   repeats_ += repeats;
@@ -53,14 +55,17 @@ void MatrixTable::Add(FaultKind kind, Phase phase, const CellResult& result, int
 
 void MatrixTable::Print() const {
   if (cellsRun_ == 0) return;
-  std::printf("\nRun and held; * so many stops had to stay unsent, the link being closed\n\n");
+  std::printf(
+      "\nRun and held; * in so many the link was closed before the stop, or all of the queue, was "
+      "sent; ~ so many starts failed, so that there was nothing to stop\n\n");
   PrintHead("fault");
   for (int kind = 0; kind < kFaultKinds; ++kind) {
     std::string texts[kPhases];
     for (int phase = 0; phase < kPhases; ++phase) {
       const Cell& cell = cells_[kind][phase];
       if (cell.run > 0) texts[phase] = Formatted("%d/%d", cell.held, cell.run);
-      if (cell.stopsKept > 0) texts[phase] += Formatted(" *%d", cell.stopsKept);
+      if (cell.closedTooEarly > 0) texts[phase] += Formatted(" *%d", cell.closedTooEarly);
+      if (cell.failedStarts > 0) texts[phase] += Formatted(" ~%d", cell.failedStarts);
     }
     PrintRow(FaultName(FaultKind{kind}), texts);
   }
@@ -75,6 +80,7 @@ void MatrixTable::Print() const {
   row("TelescopeStart", &Longest::startMs);
   row("TelescopeStop to the wire", &Longest::stopMs);
   row("TelescopeEnd", &Longest::endMs);
+  row("TelescopeDialog, opening", &Longest::dialogMs);
   row("every other call", &Longest::callMs);
   std::printf(
       "\n%d cells, %d exchanges, %d lines in the journals as predicted; %d polls told a position "

@@ -16,7 +16,8 @@ class MatrixTable {
   struct Cell {
     int run = 0;
     int held = 0;
-    int stopsKept = 0;
+    int closedTooEarly = 0;
+    int failedStarts = 0;
   };
   /// The longest times of a phase, milliseconds.
   struct Longest {
@@ -24,6 +25,7 @@ class MatrixTable {
     double startMs = -1.0;
     double stopMs = -1.0;
     double endMs = -1.0;
+    double dialogMs = -1.0;
     double callMs = -1.0;
   };
 
