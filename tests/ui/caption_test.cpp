@@ -4,6 +4,7 @@
 
 #include "res/resource_ids.h"
 #include "tests/support/eventually.h"
+#include "tests/support/replaced_import.h"
 #include "tests/ui/gdi_objects.h"
 #include "tests/ui/open_controller.h"
 #include "ui/frame_sizes.h"
@@ -157,6 +158,34 @@ TEST_F(CaptionTest, TheTextHasItsColour) {
   }
 }
 
+std::vector<UINT> askedSizes;
+decltype(&SystemParametersInfoA) systemParameters = nullptr;
+
+BOOL WINAPI AskedParameters(UINT action, UINT number, void* data, UINT update) {
+  if (action == SPI_GETNONCLIENTMETRICS) {
+    askedSizes.push_back(number);
+    askedSizes.push_back(static_cast<NONCLIENTMETRICSA*>(data)->cbSize);
+  }
+  return systemParameters(action, number, data, update);
+}
+
+// The record's older size: Windows before Vista knows no other.
+TEST_F(CaptionTest, TheFontIsAskedForWithTheOlderSizeOfTheRecord) {
+  HMODULE self = GetModuleHandleW(nullptr);
+  void** slot = ImportSlot(self, "SystemParametersInfoA");
+  ASSERT_NE(slot, nullptr);
+  void* const original = *slot;
+  systemParameters = reinterpret_cast<decltype(systemParameters)>(original);
+  Do([&] {
+    askedSizes.clear();
+    ASSERT_TRUE(
+        ReplaceImport(self, "SystemParametersInfoA", reinterpret_cast<void*>(&AskedParameters)));
+    Send(WM_NCACTIVATE, TRUE);
+    ASSERT_TRUE(ReplaceImport(self, "SystemParametersInfoA", original));
+  });
+  EXPECT_THAT(askedSizes, testing::ElementsAre(340u, 340u));
+}
+
 TEST_F(CaptionTest, TheTextIsCentredFromWindows8AndElseBeginsAtTheFrame) {
   Do([&] {
     Send(WM_NCACTIVATE, TRUE);
@@ -189,6 +218,20 @@ TEST_F(CaptionTest, ADisabledWindowIsPaintedInactive) {
     EnableWindow(window, TRUE);
     Send(WM_NCACTIVATE, TRUE);
     EXPECT_EQ(At(3, 3), RGB(24, 24, 24));
+  });
+}
+
+TEST_F(CaptionTest, ADisabledWindowIsPaintedInactiveInSpiteOfTheStayActiveFlag) {
+  Do([&] {
+    CWnd* object = CWnd::FromHandlePermanent(window);
+    object->m_nFlags |= WF_STAYACTIVE;
+    EnableWindow(window, FALSE);
+    for (const WPARAM active : {TRUE, FALSE}) {
+      Send(WM_NCACTIVATE, active);
+      EXPECT_EQ(At(3, 3), RGB(57, 57, 57)) << active;
+    }
+    EnableWindow(window, TRUE);
+    object->m_nFlags &= ~WF_STAYACTIVE;
   });
 }
 

@@ -96,12 +96,32 @@ TEST_F(DetailWindow, ShowsVersionClockAndSite) {
   Close();
 }
 
-TEST_F(DetailWindow, HashesAreTakenOutOfTheVersionOnly) {
+TEST_F(DetailWindow, HashesAreTakenOutOfTheVersion) {
   mount.Answers("$SYVER?", "$SYVER=#1.#23#");
   Connect();
   OpenWindow();
   OpenDetail();
   EXPECT_EQ(TextOf(detail, kLine1), L"1.23    ");
+  Close();
+}
+
+// The window draws a button with another number, which there is none of.
+TEST_F(DetailWindow, TheCloseButtonIsNotDrawn) {
+  Connect();
+  OpenWindow();
+  OpenDetail();
+  host.Do([&] {
+    RedrawWindow(detail, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+    HWND button = GetDlgItem(detail, kCloseButton);
+    const RECT size = ClientOf(button);
+    ASSERT_GT(size.right, 20);
+    const COLORREF background = PixelOf(button, 0, 0);
+    int drawn = 0;
+    for (LONG y = 0; y < size.bottom; ++y) {
+      for (LONG x = 0; x < size.right; ++x) drawn += PixelOf(button, x, y) != background ? 1 : 0;
+    }
+    EXPECT_EQ(drawn, 0);
+  });
   Close();
 }
 
