@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "framework/base/stdio_file.h"
 
+#ifdef _WIN32
+#include <share.h>
+#endif
+
 BOOL CStdioFile::Open(LPCSTR path, UINT flags) {
   Close();
   // "t" and "b" are spelled out: the host may have changed the runtime's default mode.
 #ifdef _WIN32
-  m_stream = std::fopen(path, (flags & typeText) != 0 ? "wt" : "wb");
+  m_stream = _fsopen(path, (flags & typeText) != 0 ? "wt" : "wb", _SH_DENYRW);
 #else
   (void)flags;
   m_stream = std::fopen(path, "w");

@@ -16,7 +16,9 @@ class CStdioFile {
   CStdioFile(const CStdioFile&) = delete;
   CStdioFile& operator=(const CStdioFile&) = delete;
 
-  /// Opens for writing, creating the file or emptying one that is there.
+  /// Opens for writing, creating the file or emptying one that is there. There are no flags for
+  /// sharing, so on Windows nobody else can open the file meanwhile, and a file that anybody has
+  /// open cannot be opened.
   /// @param flags modeCreate | modeWrite, with typeText for the system's line ends
   /// @return FALSE when it cannot be opened.
   BOOL Open(LPCSTR path, UINT flags);

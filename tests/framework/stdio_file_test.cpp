@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <string>
 
 #include "tests/support/file_text.h"
@@ -79,3 +80,26 @@ TEST_F(StdioFile, ClosesTheFileBeforeAtTheNextOpen) {
   EXPECT_EQ(ReadWholeFile(folder / "other.txt"), "second");
   EXPECT_EQ(Bytes(), "first");
 }
+
+#ifdef _WIN32
+
+TEST_F(StdioFile, IsDeniedToOthersUntilItIsClosed) {
+  ASSERT_TRUE(file.Open(path.c_str(), kText));
+  EXPECT_FALSE(std::ifstream(folder / "file.txt").is_open());
+  EXPECT_FALSE(std::ofstream(folder / "file.txt", std::ios::app).is_open());
+  file.WriteString("all of it");
+  file.Close();
+  EXPECT_EQ(Bytes(), "all of it");
+}
+
+TEST_F(StdioFile, CannotBeOpenedWhileAnotherHasIt) {
+  WriteWholeFile(folder / "file.txt", "another's");
+  std::ifstream another(folder / "file.txt");
+  ASSERT_TRUE(another.is_open());
+  EXPECT_FALSE(file.Open(path.c_str(), kText));
+  EXPECT_EQ(Bytes(), "another's");
+  another.close();
+  EXPECT_TRUE(file.Open(path.c_str(), kText));
+}
+
+#endif

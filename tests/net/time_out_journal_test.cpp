@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <fstream>
 #include <regex>
 #include <string>
 #include <vector>
@@ -241,6 +242,24 @@ TEST_F(TimeOutJournal, SaysNothingWhenItCannotBeWritten) {
   EXPECT_THAT(Files(), ElementsAre(kName));
   EXPECT_TRUE(std::filesystem::is_empty(folder / kName));
 }
+
+#ifdef _WIN32
+
+TEST_F(TimeOutJournal, IsNotWrittenWhileAnotherProgramHasTheFile) {
+  Record("$SYVER?", 1000, "TimeOut");
+  WriteWholeFile(folder / kName, "another's");
+  {
+    const std::ifstream another(folder / kName);
+    ASSERT_TRUE(another.is_open());
+    EXPECT_NO_THROW(Write());
+  }
+  EXPECT_EQ(Contents(kName), "another's");
+  EXPECT_EQ(errors.GetSize(), 1) << "what failed stays known";
+  Write();
+  EXPECT_EQ(Contents(kName), "00:00:01 $SYVER? : TimeOut" + kEol);
+}
+
+#endif
 
 TEST_F(TimeOutJournal, ThrowsWhenThereIsNoLocalTime) {
   Record("$SYVER?", 1000, "TimeOut");
