@@ -9,7 +9,10 @@
 class CTelescope;
 
 /// A window that is open as long as the object lives. Owned by the engine. Made on the thread that
-/// runs its messages; destroyed on any, perhaps with the engine's lock held, so it waits for none.
+/// runs its messages; destroyed on any, perhaps with the engine's lock held. From another thread
+/// that waits for nobody. On its own thread the window goes at once, and the system may send a
+/// message to the window that becomes active instead; where that is the owner and has a thread of
+/// its own, this waits until that thread handles it.
 class IControllerWindow {
  public:
   virtual ~IControllerWindow() = default;

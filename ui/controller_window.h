@@ -3,7 +3,7 @@
 // opened it and may be in the middle of a message when the engine ends; so the two share the dialog
 // object, and whoever needs it longer deletes it.
 // The engine may destroy this on any thread, with its lock held: nothing here waits for another
-// thread.
+// thread, but see engine/controller_window.h about an owner's.
 #pragma once
 
 #include "engine/controller_window.h"
