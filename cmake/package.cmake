@@ -5,7 +5,7 @@ include(CMakePackageConfigHelpers)
 
 set(package_folder ${PROJECT_SOURCE_DIR}/cmake/package)
 set(package_build ${CMAKE_BINARY_DIR}/package)
-set(public_headers ${PROJECT_SOURCE_DIR}/api/telescope_api.h ${PROJECT_SOURCE_DIR}/api/velquin_util.h)
+set(public_headers ${PROJECT_SOURCE_DIR}/api/telescope_api.h ${PROJECT_SOURCE_DIR}/util/velquin_util.h)
 set(library_exports ${PROJECT_SOURCE_DIR}/api/velquin.def)
 
 # The import library in the form that Microsoft's linker makes itself. GNU dlltool's form is another

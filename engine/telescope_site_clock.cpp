@@ -3,13 +3,13 @@
 #include <cmath>
 #include <ctime>
 
-#include "api/velquin_util.h"
 #include "engine/telescope.h"
 #include "framework/base/wait_cursor.h"
 #include "platform/debug_output.h"
 #include "platform/ini_file.h"
 #include "util/number_text.h"
 #include "util/truncate.h"
+#include "util/velquin_util.h"
 
 int CTelescope::BaseSetting(const SiteTime* time, const SiteLocation* location) {
   const CSingleLock guard(lock);

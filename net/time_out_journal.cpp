@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "net/time_out_journal.h"
 
-#include "api/velquin_util.h"
 #include "framework/base/exceptions.h"
 #include "framework/base/stdio_file.h"
 #include "platform/clock.h"
+#include "util/velquin_util.h"
 
 void WriteTimeOutJournal(const TimeOutErrorList& errors, const char* folder, const char* prefix) {
   if (errors.IsEmpty()) return;

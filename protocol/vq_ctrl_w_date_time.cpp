@@ -2,9 +2,9 @@
 // Date arithmetic for the clock commands.
 #include <cmath>
 
-#include "api/velquin_util.h"
 #include "protocol/vq_ctrl_w.h"
 #include "util/truncate.h"
+#include "util/velquin_util.h"
 
 namespace {
 

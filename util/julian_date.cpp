@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "api/velquin_util.h"
+#include "util/velquin_util.h"
 
 #include <cmath>
 

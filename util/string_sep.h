@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // CStringSep: splits one line of text into fields and hands them out by index. Exported from the
 // library: members, signatures and the object's contents are its interface and stay as they are.
-// Hosts see it through api/velquin_util.h. Owned by whoever declares it; not locked: one thread at
+// Hosts see it through util/velquin_util.h. Owned by whoever declares it; not locked: one thread at
 // a time. Throws nothing.
 #pragma once
 

@@ -12,6 +12,7 @@ import sys
 from pathlib import Path
 
 LINK = re.compile(r"\[([^\[\]]+)\]\(([^()\s]+)\)")
+PUBLIC_HEADERS = ("api/telescope_api.h", "util/velquin_util.h")
 IN_PACKAGE = ("docs/images/", "examples")
 
 
@@ -21,7 +22,7 @@ def packaged_link(match, repository, pages):
     place = posixpath.normpath(posixpath.join("docs", path))
     if not path or not (repository / place).exists():
         return match.group(0)  # within the page, elsewhere in the world, or no link at all
-    if place.startswith("api/"):
+    if place in PUBLIC_HEADERS:
         return f"[{text}](../include/{posixpath.basename(place)}{mark}{anchor})"
     if place in pages or place.startswith(IN_PACKAGE):
         return match.group(0)

@@ -34,7 +34,8 @@ class PublicHeaders
     : public testing::TestWithParam<std::tuple<Compiler, const char*, const char*>> {
  protected:
   std::string HeaderText(const std::string& header) {
-    return ReadWholeFile(VELQUIN_API_FOLDER "/" + header).value();
+    const std::string folderOfHeader = header == "telescope_api.h" ? "/api/" : "/util/";
+    return ReadWholeFile(VELQUIN_SOURCE_FOLDER + folderOfHeader + header).value();
   }
 
   /// @return what the compiler of this test says of a source in a folder of its own.

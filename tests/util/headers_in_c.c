@@ -5,7 +5,7 @@
 #include <stddef.h>
 
 #include "api/telescope_api.h"
-#include "api/velquin_util.h"
+#include "util/velquin_util.h"
 
 int SizeOfHourMinSecInC(void) {
   return (int)sizeof(HourMinSec);

@@ -5,8 +5,8 @@
 #include <cstddef>
 
 #include "api/telescope_api.h"
-#include "api/velquin_util.h"
 #include "tests/util/headers_in_c.h"
+#include "util/velquin_util.h"
 
 TEST(HourMinSecRecord, IsTwoIntegersAndADouble) {
   EXPECT_EQ(sizeof(HourMinSec), 16u);

@@ -5,7 +5,7 @@
 #include "tests/dll/string_sep_host/host_string.h"
 
 // After the framework's strings, as in most hosts; the other order is no different.
-#include "api/velquin_util.h"
+#include "util/velquin_util.h"
 
 struct Case {
   const char* name;
