@@ -3,10 +3,12 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <chrono>
 #include <stdexcept>
 
 #include "tests/support/eventually.h"
+#include "tests/support/own_handles_win32.h"
 
 namespace {
 
@@ -71,4 +73,11 @@ FullDevice::~FullDevice() {
 // The last one is made, and deleted, last.
 bool FullDevice::AreThere() const {
   return IsThere(folder_ / names_.back());
+}
+
+int CountOpenDevices() {
+  const std::vector<HANDLE> handles = OwnHandles();
+  return static_cast<int>(std::count_if(handles.begin(), handles.end(), [](HANDLE handle) {
+    return GetFileType(handle) == FILE_TYPE_CHAR;
+  }));
 }

@@ -25,3 +25,7 @@ class FullDevice {
   std::vector<std::string> names_;
   std::string goThere_;  // the beginning of each of the shell's commands
 };
+
+/// @return how many devices this process has open. A file that is closed is none of them, whoever
+/// opened it. Throws std::runtime_error when the system gives no answer.
+int CountOpenDevices();

@@ -11,6 +11,8 @@
 
 namespace {
 
+constexpr std::chrono::seconds kSoon{10};  // a deadline, not a wait
+constexpr int kSoonMs = 10'000;
 constexpr const char* kKey = "SOFTWARE\\Halvorn\\Pelloran\\3.0\\Setting";
 
 class Log : public testing::Test {
@@ -39,6 +41,23 @@ class Log : public testing::Test {
     const DriverLibrary driver;
     ASSERT_EQ(driver.Start(nullptr, controller.Address().c_str(), nullptr, 0), 1);
     EXPECT_EQ(driver.End(nullptr), 1);
+  }
+
+  /// A session in which the mount is found and told where to go.
+  void RunWholeSession(const DriverLibrary& driver) {
+    constexpr double kTarget[2] = {83.633, 22.0145};
+    controller.Clear();
+    ASSERT_EQ(driver.Start(nullptr, controller.Address().c_str(), nullptr, 0), 1);
+    double radec[2];
+    EXPECT_TRUE(Eventually([&] { return driver.GetPos(nullptr, radec) == 1; }, kSoon));
+    EXPECT_EQ(driver.Look(nullptr, kTarget), 1);
+    EXPECT_TRUE(controller.WaitFor("$MTTGT=", kSoonMs));
+    EXPECT_EQ(driver.End(nullptr), 1);
+  }
+  static int CountOf(const std::string& text, const std::string& part) {
+    int count = 0;
+    for (size_t at = 0; (at = text.find(part, at)) != std::string::npos; ++at) ++count;
+    return count;
   }
 
   simulator::ScriptedController controller;
@@ -91,9 +110,23 @@ TEST_F(Log, IsDoneWithoutWhenItsFolderCannotBeMade) {
 TEST_F(Log, IsDoneWithoutOnAFullDisk) {
   SwitchOn();
   std::filesystem::create_directories(Folder());
-  const FullDevice disk(Folder(), {"velquin.log"});
-  for (int round = 0; round < 3; ++round) RunSession();
-  EXPECT_GE(controller.CountOf("$SYVER?"), 9);
+  {
+    const FullDevice disk(Folder(), {"velquin.log"});
+    const int open = CountOpenDevices();
+    for (int round = 0; round < 3; ++round) {
+      const DriverLibrary driver;
+      EXPECT_EQ(CountOpenDevices(), open + 1) << "the log was never begun";
+      ASSERT_NO_FATAL_FAILURE(RunWholeSession(driver));
+      ASSERT_NO_FATAL_FAILURE(RunWholeSession(driver));
+    }
+    EXPECT_EQ(CountOpenDevices(), open) << "the log stays open";
+  }
+  ASSERT_FALSE(IsThere());
+  RunSession();
+  const std::string text = ReadWholeFile(Folder() / L"velquin.log").value_or("");
+  EXPECT_EQ(CountOf(text, ":INFO:Open:\r\n"), 1)
+      << "with room again, and nothing of before: " << text;
+  EXPECT_EQ(CountOf(text, ":INFO:Close\r\n"), 2) << text;
 }
 
 }  // namespace
