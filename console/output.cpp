@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "console/error_line.h"
 #include "console/terminal.h"
 
 namespace velquinctl {
@@ -13,18 +14,6 @@ namespace {
 void Write(std::FILE* stream, std::string_view text) {
   std::fwrite(text.data(), 1, text.size(), stream);
   std::fflush(stream);
-}
-
-/// A word of ten thousand characters that is refused would hide what is said about it.
-std::string WithoutItsMiddle(std::string text) {
-  constexpr size_t kHalf = 400;
-  if (text.size() <= 2 * kHalf) return text;
-  const auto isInsideCharacter = [&text](size_t at) { return (text[at] & 0xC0) == 0x80; };
-  size_t first = kHalf;
-  while (isInsideCharacter(first)) --first;
-  size_t second = text.size() - kHalf;
-  while (second < text.size() && isInsideCharacter(second)) ++second;
-  return text.replace(first, second - first, " ... ");
 }
 
 }  // namespace
@@ -38,11 +27,7 @@ void WriteError(std::string_view text) {
 }
 
 void WriteErrorLine(std::string text) {
-  text = WithoutItsMiddle(std::move(text));
-  for (char& c : text) {
-    if (static_cast<unsigned char>(c) < ' ') c = ' ';
-  }
-  WriteError(text + '\n');
+  WriteError(ErrorLine(std::move(text)) + '\n');
 }
 
 JsonObject Output::ObjectHead(bool ok) const {

@@ -3,9 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstring>
 #include <map>
 
 #include "console/command_line.h"
+#include "console/error_line.h"
 #include "console/failure.h"
 
 namespace velquinctl {
@@ -62,17 +65,26 @@ void ExpectTaken(const Words& words) {
   EXPECT_NO_THROW(ParseCommandLine(words, {})) << testing::PrintToString(words);
 }
 
-/// One line of a length that one can read, which names the command that was meant.
-void ExpectRefused(const Words& words) {
+/// One line of a length that one can read.
+/// @param names one of which it must have: the command, or what was wrong with it
+void ExpectRefused(const Words& words, const Words& names) {
+  const std::string shown = testing::PrintToString(words).substr(0, 200);
   try {
     ParseCommandLine(words, {});
-    ADD_FAILURE() << "taken: " << testing::PrintToString(words).substr(0, 200);
+    ADD_FAILURE() << "taken: " << shown;
   } catch (const Failure& failure) {
-    const std::string text = failure.what();
+    const std::string line = ErrorLine(std::string("velquinctl: ") + failure.what());
     EXPECT_EQ(failure.Code(), ExitCode::kWrongUsage);
-    EXPECT_NE(text, "");
+    EXPECT_LE(line.size(), 820u) << shown;
+    EXPECT_TRUE(std::none_of(line.begin(), line.end(),
+                             [](unsigned char c) { return c < ' ' || c == 0x7F; }))
+        << "a second line, or what a terminal obeys: " << line;
+    EXPECT_TRUE(std::any_of(
+        names.begin(), names.end(),
+        [&line](const std::string& name) { return line.find(name) != std::string::npos; }))
+        << line << "\nnames none of " << testing::PrintToString(names) << ", of " << shown;
   } catch (const std::exception& other) {
-    ADD_FAILURE() << other.what() << ": " << testing::PrintToString(words).substr(0, 200);
+    ADD_FAILURE() << other.what() << ": " << shown;
   }
 }
 
@@ -82,7 +94,7 @@ TEST(WrongArguments, TheLeastThatACommandNeedsIsTakenAndLessIsNot) {
     for (size_t count = 0; count < least.size(); ++count) {
       Words words = {command};
       words.insert(words.end(), least.begin(), least.begin() + static_cast<ptrdiff_t>(count));
-      ExpectRefused(words);
+      ExpectRefused(words, {command});
     }
   }
 }
@@ -91,55 +103,59 @@ TEST(WrongArguments, AWordTooManyIsRefused) {
   for (const auto& [command, least] : kCommands) {
     if (command == "dialog") continue;  // takes a target
     for (const std::string& word : {std::string("word"), std::string(), kLong, std::string("5")}) {
-      ExpectRefused(Line(command, {word}));
+      const Words words = Line(command, {word});
+      const std::string empty = "argument " + std::to_string(words.size()) + " is empty";
+      ExpectRefused(words, {word.empty() ? empty : command + ": "});
     }
   }
-  ExpectRefused({"dialog", "m", "5h"});
-  ExpectRefused({"dialog", "m", "5h", "10", "20"});
+  ExpectRefused({"dialog", "m", "5h"}, {"DEC"});
+  ExpectRefused({"dialog", "m", "5h", "10", "20"}, {"dialog: "});
 }
 
 TEST(WrongArguments, AnOptionThatIsNoneIsRefused) {
   for (const auto& [command, least] : kCommands) {
     for (const char* option : {"--bogus", "-x", "--bogus=5", "--JSON", "--time", "--for=-"}) {
-      ExpectRefused(Line(command, {option}));
+      ExpectRefused(Line(command, {option}), {std::string(option, std::strcspn(option, "="))});
     }
   }
 }
 
 TEST(WrongArguments, AnOptionWithoutItsValueIsRefused) {
-  for (const auto& [option, command] : kNumberOptions) ExpectRefused(Line(command, {option}));
+  for (const auto& [option, command] : kNumberOptions) {
+    ExpectRefused(Line(command, {option}), {option});
+  }
   for (const char* option : {"--library", "--name", "--log-path", "--log-prefix", "--progress"}) {
-    ExpectRefused(Line("status", {option}));
+    ExpectRefused(Line("status", {option}), {option});
   }
 }
 
 TEST(WrongArguments, AnEmptyTextIsRefused) {
   for (const auto& [option, command] : kNumberOptions) {
-    ExpectRefused(Line(command, {option, ""}));
-    ExpectRefused(Line(command, {option + "="}));
+    ExpectRefused(Line(command, {option, ""}), {option});
+    ExpectRefused(Line(command, {option + "="}), {option});
   }
   for (const char* option : {"--library", "--name", "--log-path", "--log-prefix", "--progress"}) {
-    ExpectRefused(Line("status", {option, ""}));
-    ExpectRefused({option, "", "status", "m"});
-    ExpectRefused(Line("status", {std::string(option) + "="}));
+    ExpectRefused(Line("status", {option, ""}), {option});
+    ExpectRefused({option, "", "status", "m"}, {option});
+    ExpectRefused(Line("status", {std::string(option) + "="}), {option});
   }
-  ExpectRefused(Line("site", {"--time", ""}));
-  ExpectRefused({"dialog", "m", "", ""});
-  ExpectRefused({"ini", "m", "", "Mount"});
-  ExpectRefused({"ini", "m", "mount.ini", ""});
+  ExpectRefused(Line("site", {"--time", ""}), {"--time"});
+  ExpectRefused({"dialog", "m", "", ""}, {"argument 3 "});
+  ExpectRefused({"ini", "m", "", "Mount"}, {"argument 3 "});
+  ExpectRefused({"ini", "m", "mount.ini", ""}, {"argument 4 "});
 }
 
 TEST(WrongArguments, AnOptionIsNoTextOfTheOneBeforeIt) {
   for (const char* option : {"--library", "--name", "--log-path", "--log-prefix", "--progress"}) {
     ExpectTaken(Line("status", {option, "auto"}));
-    ExpectRefused(Line("status", {option, "--json"}));
+    ExpectRefused(Line("status", {option, "--json"}), {option});
   }
 }
 
 TEST(WrongArguments, AFlagTakesNoValue) {
   for (const char* flag : {"--json", "--quiet", "--show-messages", "--watch", "--help"}) {
     for (const char* value : {"=", "=010", "=1", "=true", "=false", "=maybe"}) {
-      ExpectRefused(Line("status", {std::string(flag) + value}));
+      ExpectRefused(Line("status", {std::string(flag) + value}), {flag});
     }
   }
 }
@@ -149,25 +165,27 @@ TEST(WrongArguments, ANumberWithLeadingZerosIsDecimal) {
   const auto& move = std::get<SlewAction>(std::get<Request>(slew).action);
   EXPECT_EQ(move.speed, 7);
   EXPECT_EQ(move.forSeconds, 10.0);
-  ExpectRefused({"slew", "m", "north", "--speed", "011"});
+  ExpectRefused({"slew", "m", "north", "--speed", "011"}, {"--speed"});
   const auto pulse = ParseCommandLine({"pulse", "m", "--north", "0100"}, {});
   EXPECT_EQ(std::get<PulseAction>(std::get<Request>(pulse).action).lengthsMs[0], 100);
 }
 
 TEST(WrongArguments, AnOptionGivenTwiceIsRefused) {
   for (const auto& [option, command] : kNumberOptions) {
-    ExpectRefused(Line(command, {option, "5", option, "5"}));
+    ExpectRefused(Line(command, {option, "5", option, "5"}), {option});
   }
-  ExpectRefused(Line("status", {"--name", "a", "--name", "b"}));
+  ExpectRefused(Line("status", {"--name", "a", "--name", "b"}), {"--name"});
 }
 
 TEST(WrongArguments, WhatIsNoNumberIsRefused) {
   for (const auto& [option, command] : kNumberOptions) {
-    for (const std::string& text : kNoNumbers) ExpectRefused(Line(command, {option + "=" + text}));
+    for (const std::string& text : kNoNumbers) {
+      ExpectRefused(Line(command, {option + "=" + text}), {option});
+    }
   }
   for (const std::string& text : kNoNumbers) {
-    ExpectRefused({"guide-speed", "m", text, "0.5"});
-    ExpectRefused({"guide-speed", "m", "0.5", text});
+    ExpectRefused({"guide-speed", "m", text, "0.5"}, {"RA: ", "DEC is required"});
+    ExpectRefused({"guide-speed", "m", "0.5", text}, {"DEC: ", "DEC is required"});
   }
 }
 
@@ -183,7 +201,7 @@ TEST(WrongArguments, ANumberOutOfItsRangeIsRefused) {
   };
   for (const auto& [option, values] : ranges) {
     for (const std::string& value : values) {
-      ExpectRefused(Line(kNumberOptions.at(option), {option, value}));
+      ExpectRefused(Line(kNumberOptions.at(option), {option, value}), {option});
     }
   }
 }
@@ -191,16 +209,16 @@ TEST(WrongArguments, ANumberOutOfItsRangeIsRefused) {
 TEST(WrongArguments, WhatIsNoPositionIsRefused) {
   for (const std::string& text : kNoNumbers) {
     if (text == "5h" || text == "1 2") continue;  // one hour, two minutes
-    ExpectRefused({"goto", "m", text, "10"});
-    ExpectRefused({"goto", "m", "5h", text});
-    ExpectRefused({"sync", "m", text, "10"});
-    ExpectRefused({"dialog", "m", "5h", text});
+    ExpectRefused({"goto", "m", text, "10"}, {"right ascension", "goto: "});
+    ExpectRefused({"goto", "m", "5h", text}, {"declination", "goto: "});
+    ExpectRefused({"sync", "m", text, "10"}, {"right ascension", "sync: "});
+    ExpectRefused({"dialog", "m", "5h", text}, {"declination", "DEC", "dialog: "});
   }
   for (const char* ra : {"24h", "-1h", "5h60m", "5h10m60s", "5:60:00", "360", "-0.1", "h"}) {
-    ExpectRefused({"goto", "m", ra, "10"});
+    ExpectRefused({"goto", "m", ra, "10"}, {"right ascension"});
   }
   for (const char* dec : {"90.1", "-90.1", "+91d", "10d60m", "10:00:60", "5h", "d"}) {
-    ExpectRefused({"goto", "m", "5h", dec});
+    ExpectRefused({"goto", "m", "5h", dec}, {"declination"});
   }
 }
 
@@ -211,18 +229,18 @@ TEST(WrongArguments, WhatIsNoAddressIsRefused) {
       if (command == "run") continue;
       Words words = Line(command);
       words[1] = text;
-      ExpectRefused(words);
+      ExpectRefused(words, {"is no address"});
     }
   }
 }
 
 TEST(WrongArguments, WhatIsNoneOfAFewWordsIsRefused) {
   for (const std::string& text : {std::string(), std::string("North"), std::string("n"), kLong}) {
-    ExpectRefused({"slew", "m", text});
-    ExpectRefused(Line("status", {"--progress=" + (text.empty() ? "x" : text)}));
+    ExpectRefused({"slew", "m", text}, {text.empty() ? "argument 3 is empty" : "is no direction"});
+    ExpectRefused(Line("status", {"--progress=" + (text.empty() ? "x" : text)}), {"--progress: "});
   }
   for (const char* text : {"yesterday", "2026-13-01T00:00", "2026-11-21", "24:00"}) {
-    ExpectRefused(Line("site", {"--time", text}));
+    ExpectRefused(Line("site", {"--time", text}), {"--time: "});
   }
 }
 
