@@ -80,4 +80,27 @@ TEST_F(ClosedLink, ByAClosedPortStaysDeadUntilANewSession) {
   EXPECT_FALSE(portIsClosed) << "the stand-in was never asked";
 }
 
+// The way for a host that wants no message. The session's own version answers a check as long as it
+// is not ended, so the end comes first.
+TEST_F(ClosedLink, IsLeftByAnEndChecksUntilOneIsAnsweredAndAStart) {
+  const auto check = [this] {
+    return driver.Check(nullptr, controller.Address().c_str(), nullptr, nullptr, 0, nullptr, 0);
+  };
+  StartSession();
+  controller.AnswersOnce("$MTSTA?", simulator::EmptyDatagram());
+  ASSERT_TRUE(controller.WaitFor("$MTSTA?", kSoonMs));
+  controller.IsSilentTo("$SYVER?");
+  EXPECT_EQ(check(), 1) << "of the session that is dead";
+  EXPECT_FALSE(controller.Saw("$SYVER?"));
+
+  EXPECT_EQ(driver.End(nullptr), 1);
+  EXPECT_EQ(check(), 0) << "the controller is away";
+  EXPECT_TRUE(controller.Saw("$SYVER?"));
+  controller.Answers("$SYVER?", "$SYVER=1.00");
+  EXPECT_TRUE(Eventually([&] { return check() == 1; }, kSoon));
+  EXPECT_FALSE(FindMessageBox());
+  ASSERT_NO_FATAL_FAILURE(StartSession());
+  EXPECT_TRUE(PollsAgain());
+}
+
 }  // namespace
