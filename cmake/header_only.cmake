@@ -7,7 +7,8 @@ set(VELQUIN_HEADER_FOLDER /usr/include CACHE PATH "Where the header-only package
 # Such packages are much code that runs once, so the target is not optimised as far as others: that
 # takes a third off the slowest files of the build.
 function(velquin_header_only target)
-  if(NOT CMAKE_CURRENT_SOURCE_DIR MATCHES "/tests/") # which have an optimisation of their own
+  velquin_is_test(is_test)
+  if(NOT is_test) # which have an optimisation of their own
     target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
   endif()
   foreach(package ${ARGN})

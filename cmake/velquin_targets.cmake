@@ -9,10 +9,18 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 
+set(VELQUIN_TESTS_FOLDER ${PROJECT_SOURCE_DIR}/tests)
+
 find_package(Threads REQUIRED)
 
 # Set by the presets native-asan and native-tsan, which the sanitizers' flags for the linker belong to.
 set(VELQUIN_SANITIZE "" CACHE STRING "What clang watches: address,undefined or thread")
+
+# velquin_is_test(RESULT): whether the calling CMakeLists.txt stands below tests/.
+function(velquin_is_test result)
+  cmake_path(IS_PREFIX VELQUIN_TESTS_FOLDER "${CMAKE_CURRENT_SOURCE_DIR}" is_test)
+  set(${result} ${is_test} PARENT_SCOPE)
+endfunction()
 
 function(velquin_sanitize target)
   if(NOT VELQUIN_SANITIZE)
@@ -24,8 +32,8 @@ function(velquin_sanitize target)
   target_compile_options(${target} PRIVATE
     -fsanitize=${VELQUIN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   # The tests themselves take most of the time to compile, and had better compile fast.
-  string(FIND "${CMAKE_CURRENT_SOURCE_DIR}/" "${PROJECT_SOURCE_DIR}/tests/" place)
-  if(NOT place EQUAL 0)
+  velquin_is_test(is_test)
+  if(NOT is_test)
     target_compile_options(${target} PRIVATE -O1)
   endif()
 endfunction()
