@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -24,6 +25,12 @@ class EngineTest : public testing::Test {
 
   // Short cycles, as most tests wait for one; those about the rhythm itself set it back.
   static constexpr int kPeriodMs = 10;
+
+  // A loopback address where no controller of a test ever listens.
+  static constexpr const char* kNobody = "127.13.1.1";
+
+  /// @return a host's window as the engine gets it; it is none that the system knows.
+  static HWND Window(uintptr_t number) { return reinterpret_cast<HWND>(number); }
 
   EngineTest() {
     controller.LooksLikeAMount();

@@ -17,13 +17,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 
-HWND Window(uintptr_t number) {
-  return reinterpret_cast<HWND>(number);
-}
-
-// A loopback address where no controller of a test ever listens.
-const char* const kNobody = "127.13.1.1";
-
 class SessionSteps : public EngineTest {
  protected:
   /// Leaves a record for the journal behind without waiting for a time-out.

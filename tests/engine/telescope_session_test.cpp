@@ -22,13 +22,6 @@ using testing::Not;
 using testing::SizeIs;
 using testing::StartsWith;
 
-HWND Window(uintptr_t number) {
-  return reinterpret_cast<HWND>(number);
-}
-
-// A loopback address where no controller of a test ever listens.
-const char* const kNobody = "127.13.1.1";
-
 const std::vector<std::string> kProbeCommands = {"$SYVER?", "$SYVER?", "$MTMDL?", "$SYVER?"};
 
 class Session : public EngineTest {
