@@ -8,10 +8,12 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
 #include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -245,11 +247,19 @@ struct Record {
   bool isCut = false;  ///< a line could not be written, and none after it was
 };
 
+/// @return whether two paths lead to one file, however they are written.
+bool NameOneFile(const std::string& first, const std::string& second) {
+  std::error_code unreachable;  // a file that is not there is no other one's
+  return first == second || std::filesystem::equivalent(first, second, unreachable);
+}
+
 /// Sets the network up. @return what is wrong with the files; empty when nothing is.
 std::string PrepareNetwork(ProgramOptions& options, Record& record) {
   if (HasFaults(options.faults)) options.simulator.faults = simulator::FaultDice(options.faults);
   if (!options.replayFile.empty()) {
-    if (options.recordFile == options.replayFile) return "--record and --replay name the same file";
+    if (NameOneFile(options.recordFile, options.replayFile)) {
+      return "--record and --replay name the same file";
+    }
     simulator::RecordedFaults faults;
     std::string complaint;
     if (!simulator::WireRecordFile::Read(options.replayFile, faults, complaint)) {

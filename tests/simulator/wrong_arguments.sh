@@ -100,7 +100,10 @@ for value in -1 1.5 2147483648 5%; do refuses --silence-after "$value"; done
 for value in -1 1.5 18446744073709551616 0x5; do refuses --seed "$value"; done
 for name in "$folder" "$folder/missing/record" /dev/full; do refuses --record "$name"; done
 for name in "$folder" "$folder/missing" /dev/zero /dev/null "$sim"; do refuses --replay "$name"; done
-refuses --record "$folder/replay" --replay "$folder/replay"
+ln "$folder/replay" "$folder/linked"
+for name in replay ./replay linked; do
+  refuses --record "$folder/$name" --replay "$folder/replay"
+done
 for option in --loss=5% --split --delay=5ms --silence-after=5 --seed=5; do
   refuses --replay "$folder/replay" "$option"
 done
