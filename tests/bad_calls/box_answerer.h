@@ -10,7 +10,13 @@
 
 class BoxAnswerer {
  public:
-  BoxAnswerer() : thread_([this] { Run(); }) {}
+  /// Looks once itself: under Wine a process must not make its first call about windows on one
+  /// thread while another loads a library. The one prepares the windows and waits for the loader,
+  /// which the other holds and waits for the windows, for ever.
+  BoxAnswerer() {
+    FindMessageBox();
+    thread_ = std::thread([this] { Run(); });
+  }
   ~BoxAnswerer() {
     stopping_ = true;
     thread_.join();
@@ -25,7 +31,7 @@ class BoxAnswerer {
     while (!stopping_) {
       const auto box = FindMessageBox();
       if (box && PressOk(*box)) ++answered_;
-      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+      std::this_thread::sleep_for(std::chrono::milliseconds(25));
     }
   }
 
