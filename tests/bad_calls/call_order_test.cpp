@@ -12,6 +12,7 @@
 #include "tests/bad_calls/host_calls.h"
 #include "tests/endurance/compressed_clock.h"
 #include "tests/support/eventually.h"
+#include "tests/support/window_messages.h"
 
 namespace {
 
@@ -60,10 +61,6 @@ class CallOrder : public testing::Test {
         controller.Clear();
       }
     }
-  }
-  static void HandleMessages() {
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
   }
   void ExpectAllCovered() const { EXPECT_EQ(covered.size(), kFunctions * kFunctions); }
 

@@ -10,6 +10,7 @@
 #include "tests/bad_calls/box_answerer.h"
 #include "tests/bad_calls/host_calls.h"
 #include "tests/dll/driver_fixture.h"
+#include "tests/support/window_messages.h"
 
 namespace {
 
@@ -84,8 +85,7 @@ TEST_F(CallingThreads, AllFunctionsAtOnceNeitherHangNorLie) {
   const auto deadline = end + 60s;
   for (int round = 0; SomebodyCalls(); ++round) {
     if (std::chrono::steady_clock::now() < end) driver.Dialog(nullptr, round % 3);
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    HandleMessages();
     if (std::chrono::steady_clock::now() > deadline) EndTheProgram();
     Sleep(1);
   }

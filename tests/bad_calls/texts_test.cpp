@@ -9,6 +9,7 @@
 #include "tests/bad_calls/guarded_memory.h"
 #include "tests/dll/driver_fixture.h"
 #include "tests/endurance/process_figures.h"
+#include "tests/support/window_messages.h"
 
 namespace {
 
@@ -37,10 +38,6 @@ class Texts : public DriverTest {
   int Journals() const {
     const std::filesystem::directory_iterator files(folder.Path());
     return static_cast<int>(std::distance(begin(files), end(files)));
-  }
-  static void HandleMessages() {
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
   }
 };
 

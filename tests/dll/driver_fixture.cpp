@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <future>
 
+#include "tests/support/window_messages.h"
+
 namespace {
 
 constexpr const char* kPoll = "$MTSTA?\r\n";
@@ -22,6 +24,10 @@ DriverTest::~DriverTest() {
   while (end.wait_for(std::chrono::milliseconds(5)) != std::future_status::ready) {
     if (const auto box = FindMessageBox()) PressOk(*box);
   }
+  // A window that was left to this thread keeps the library, with all that it knows, until it is
+  // destroyed; the next test is for a library that was just loaded.
+  driver.Unload();
+  EXPECT_TRUE(Eventually([] { return HandleMessages(), !DriverLibrary::IsLoaded(); }, kSoon));
 }
 
 void DriverTest::StartSession() {

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "framework/win/instance.h"
+#include "tests/support/window_messages.h"
 
 namespace {
 
@@ -75,8 +76,7 @@ HWND ControlFixture::Add(const char* className, const char* text, DWORD style, c
 }
 
 void ControlFixture::Pump() {
-  MSG message;
-  while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageA(&message);
+  HandleMessages();
 }
 
 void ControlFixture::Press(HWND control, CPoint point) {
