@@ -1,15 +1,17 @@
 # SPDX-License-Identifier: MIT
 # Where Wine lives for this checkout, and with which settings. Sourced after common.sh.
 #
-# There are two prefixes. Wine ties a prefix's desktop to the display of the first program that
-# opens a window, and every later program gets that desktop as long as it lasts; a program without
-# a display next to one with a display would then fail to open windows. So the two never meet.
+# There are two prefixes, and for each lane (scripts/wine-lane) two more. Wine ties a prefix's desktop
+# to the display of the first program that opens a window, and every later program gets that desktop
+# as long as it lasts; a program without a display next to one with a display would then fail to open
+# windows. So the two never meet.
 wine_home=$root/build/wine
 if [[ -n ${DISPLAY:-} ]]; then
   WINEPREFIX=$wine_home/prefix
 else
   WINEPREFIX=$wine_home/prefix-headless
 fi
+WINEPREFIX+=${VELQUIN_WINE_LANE:+-$VELQUIN_WINE_LANE} # set by scripts/wine-lane
 wine_loader=/usr/lib/wine/wine64
 wine_server=/usr/lib/wine/wineserver64
 # Raise it when wine-prefix changes what it puts into a prefix.
