@@ -182,21 +182,35 @@ bool InsteadLocalAppData(std::wstring& folder) {
 
 }  // namespace platform
 
+#ifdef _WIN32
+// The runtime is a DLL: its functions are called through pointers, and those are replaced.
+#define RUNTIME(function) (*__real___imp_##function)
+#else
+#define RUNTIME(function) __real_##function
+#endif
+
 // No thread_local here: the Windows runtime of the compiler asks malloc for it.
 extern "C" {
-void* __real_malloc(size_t bytes);
-void* __real_realloc(void* memory, size_t bytes);
-size_t __real_strftime(char* text, size_t size, const char* format, const std::tm* time);
+extern void* RUNTIME(malloc)(size_t bytes);
+extern void* RUNTIME(realloc)(void* memory, size_t bytes);
+extern size_t RUNTIME(strftime)(char* text, size_t size, const char* format, const std::tm* time);
 
 void* __wrap_malloc(size_t bytes) {
-  return bytes != 0 && bytes == PlatformFaults::refusedBytes ? nullptr : __real_malloc(bytes);
+  return bytes != 0 && bytes == PlatformFaults::refusedBytes ? nullptr : RUNTIME(malloc)(bytes);
 }
 
 void* __wrap_realloc(void* memory, size_t bytes) {
   return bytes != 0 && bytes == PlatformFaults::refusedBytes ? nullptr
-                                                             : __real_realloc(memory, bytes);
+                                                             : RUNTIME(realloc)(memory, bytes);
 }
+
 size_t __wrap_strftime(char* text, size_t size, const char* format, const std::tm* time) {
-  return PlatformFaults::timesCannotBeWritten ? 0 : __real_strftime(text, size, format, time);
+  return PlatformFaults::timesCannotBeWritten ? 0 : RUNTIME(strftime)(text, size, format, time);
 }
+
+#ifdef _WIN32
+decltype(&malloc) __wrap___imp_malloc = __wrap_malloc;
+decltype(&realloc) __wrap___imp_realloc = __wrap_realloc;
+decltype(&strftime) __wrap___imp_strftime = __wrap_strftime;
+#endif
 }
