@@ -85,6 +85,7 @@ class Session {
 
   void Fail(const ModelExchange& exchange, const char* reason) {
     history_.failures.push_back({exchange.command, reason});
+    history_.failedMs.push_back(exchange.endMs);
   }
 
   const std::vector<WireDatagram> wire_;

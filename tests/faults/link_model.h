@@ -28,7 +28,8 @@ struct ModelExchange {
 struct LinkHistory {
   std::vector<ModelExchange> exchanges;
   std::vector<JournalEntry> failures;
-  bool closed = false;    ///< an empty datagram has closed the link of the last session
+  std::vector<double> failedMs;  ///< when the exchange of each failure was over
+  bool closed = false;           ///< an empty datagram has closed the link of the last session
   double narrowMs = 1e9;  ///< how close to the end of the link's patience a datagram came or missed
 };
 

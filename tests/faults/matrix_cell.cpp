@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <future>
 
 #include "simulator/formatted.h"
@@ -21,7 +20,8 @@ constexpr double kAtOnceMs = 100.0;    // what every call may take but those tha
 constexpr double kPatienceMs = 500.0;  // of an exchange
 constexpr double kCycleSleepMs = 100.0;
 constexpr double kStepMs = 30.0;      // the driver's own work between two exchanges
-constexpr double kWindowMs = 500.0;   // to open a window, and from a message's answer to the return
+constexpr double kWindowMs = 500.0;   // to open a message, and from its answer to the return
+constexpr double kOpeningMs = 250.0;  // of the hand controller, a window with all its buttons
 constexpr double kEndWorkMs = 100.0;  // the journal's file, the thread's end
 constexpr int kPulseMs = 40;
 constexpr double kPulseGapMs = 50.0;
@@ -48,6 +48,9 @@ double LongestStopMs(Phase phase) {
     case Phase::kHandMove:
     case Phase::kClose:
       return kPatienceMs + kPollAndSleepMs;
+    case Phase::kOpen:
+    case Phase::kHandshake:
+      return kCycleSleepMs + kStepMs;  // the network is good again
     default:
       return kPollAndSleepMs;
   }
@@ -120,7 +123,8 @@ CellResult MatrixCell::Run() {
   ExpectPositionsFromReplies(history);
   ExpectJournals(history);
   const auto [name, durationMs] = watch_.LongestCall();
-  ExpectWithin(durationMs, kAtOnceMs, name.c_str());
+  // The machine's delay is not added: a cell in which it was at work is run again.
+  Expect(durationMs <= kAtOnceMs, Formatted("%s took %.0f ms", name.c_str(), durationMs));
   result_.callMs = durationMs;
   result_.machineDelayMs = machine_.LongestMs();
   result_.narrowMs = history.narrowMs;
@@ -215,7 +219,7 @@ void MatrixCell::CallDuringTheSession() {
   const double calledMs = NowMs();
   driver_.Dialog(nullptr, 1);
   result_.dialogMs = NowMs() - calledMs;
-  ExpectWithin(result_.dialogMs, kWindowMs, "the hand controller's opening");
+  ExpectWithin(result_.dialogMs, kOpeningMs, "the hand controller's opening");
   watch_.AtOnce("Dialog with 0", [&] { return driver_.Dialog(nullptr, 0); });
 }
 
@@ -286,6 +290,7 @@ void MatrixCell::Stop() {
 
 void MatrixCell::End() {
   const double calledMs = NowMs();
+  endCalledMs_ = calledMs;
   result_.endMs = Timed([&] { driver_.End(nullptr); }, "TelescopeEnd");
   const double returnedMs = NowMs();
   const Between during = ExchangesBetween(History(), calledMs, returnedMs);
@@ -386,13 +391,28 @@ void MatrixCell::ExpectJournals(const LinkHistory& history) {
   const std::vector<JournalEntry> first = Journal("cell");
   Expect(first.size() <= all.size() && std::equal(first.begin(), first.end(), all.begin()),
          "the first session's journal:" + Texts(first));
+  const double surelyMs = endCalledMs_ - kStepMs - machine_.LongestMs();
+  const auto before = std::count_if(history.failedMs.begin(), history.failedMs.end(),
+                                    [&](double failedMs) { return failedMs < surelyMs; });
+  const auto written = static_cast<ptrdiff_t>(first.size());
+  Expect(written >= before, Formatted("the first session's journal has %d lines, but %d exchanges "
+                                      "had failed before the end",
+                                      static_cast<int>(written), static_cast<int>(before)));
+  Expect(JournalFiles("cell").size() == (first.empty() ? 0u : 1u), "an empty journal, or two");
+}
+
+std::vector<std::filesystem::path> MatrixCell::JournalFiles(const std::string& prefix) const {
+  std::vector<std::filesystem::path> files;
+  for (const auto& file : std::filesystem::directory_iterator(folder_.Path())) {
+    if (file.path().filename().string().starts_with(prefix)) files.push_back(file.path());
+  }
+  return files;
 }
 
 std::vector<JournalEntry> MatrixCell::Journal(const std::string& prefix) const {
   std::vector<JournalEntry> entries;
-  for (const auto& file : std::filesystem::directory_iterator(folder_.Path())) {
-    if (!file.path().filename().string().starts_with(prefix)) continue;
-    std::string text = ReadWholeFile(file.path()).value_or("");
+  for (const std::filesystem::path& file : JournalFiles(prefix)) {
+    std::string text = ReadWholeFile(file).value_or("");
     for (size_t end = text.find("\r\n"); end != text.npos; end = text.find("\r\n")) {
       const std::string line = text.substr(text.find(' ') + 1, end - text.find(' ') - 1);
       const size_t colon = line.find(" : ");

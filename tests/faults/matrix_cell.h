@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -75,6 +76,7 @@ class MatrixCell {
   void ExpectStopInTime(const LinkHistory& history);
   void ExpectPositionsFromReplies(const LinkHistory& history);
   void ExpectJournals(const LinkHistory& history);
+  std::vector<std::filesystem::path> JournalFiles(const std::string& prefix) const;
   std::vector<JournalEntry> Journal(const std::string& prefix) const;
 
   const FaultKind kind_;
@@ -91,4 +93,5 @@ class MatrixCell {
   int sentBefore_ = 0;      // the request's command, before the network went bad
   double queuedMs_ = -1.0;  // before the first of the six commands
   double stopCalledMs_ = -1.0;
+  double endCalledMs_ = -1.0;
 };

@@ -46,7 +46,8 @@ void MatrixTable::Add(FaultKind kind, Phase phase, const CellResult& result, int
   longest.dialogMs = std::max(longest.dialogMs, result.dialogMs);
   longest.callMs = std::max(longest.callMs, result.callMs);
   ++cellsRun_;
-  repeats_ += repeats;
+  if (result.dialogMs >= 0.0) openingsMs_.push_back(result.dialogMs);
+  cellsRepeated_ += repeats > 0;
   exchanges_ += result.exchanges;
   failures_ += result.failures;
   oddPositions_ += result.oddPositions;
@@ -84,9 +85,20 @@ void MatrixTable::Print() const {
   row("every other call", &Longest::callMs);
   std::printf(
       "\n%d cells, %d exchanges, %d lines in the journals as predicted; %d polls told a position "
-      "from "
-      "a line that was garbled or joined of two;\n%d cells repeated because the machine was busy; "
-      "its "
-      "longest delay %.0f ms\n",
-      cellsRun_, exchanges_, failures_, oddPositions_, repeats_, machineDelayMs_);
+      "from a line that was garbled or joined of two;\n%d cells repeated because the machine was "
+      "busy; its longest delay %.0f ms\n",
+      cellsRun_, exchanges_, failures_, oddPositions_, cellsRepeated_, machineDelayMs_);
+  PrintOpenings();
+}
+
+void MatrixTable::PrintOpenings() const {
+  if (openingsMs_.empty()) return;
+  std::vector<double> sorted = openingsMs_;
+  std::sort(sorted.begin(), sorted.end());
+  const auto slow =
+      std::count_if(sorted.begin(), sorted.end(), [](double ms) { return ms > 100.0; });
+  std::printf(
+      "the hand controller was opened %d times, %d of them took more than 100 ms; half took "
+      "%.0f ms or less\n",
+      static_cast<int>(sorted.size()), static_cast<int>(slow), sorted[sorted.size() / 2]);
 }

@@ -3,6 +3,8 @@
 // One thread.
 #pragma once
 
+#include <vector>
+
 #include "tests/faults/matrix_cell.h"
 
 class MatrixTable {
@@ -13,6 +15,8 @@ class MatrixTable {
   void Print() const;
 
  private:
+  void PrintOpenings() const;
+
   struct Cell {
     int run = 0;
     int held = 0;
@@ -32,9 +36,10 @@ class MatrixTable {
   Cell cells_[kFaultKinds][kPhases];
   Longest longest_[kPhases];
   int cellsRun_ = 0;
-  int repeats_ = 0;
+  int cellsRepeated_ = 0;
   int exchanges_ = 0;
   int failures_ = 0;
   int oddPositions_ = 0;
+  std::vector<double> openingsMs_;  // of the hand controller
   double machineDelayMs_ = 0.0;
 };
