@@ -12,7 +12,8 @@
  *  - Angles are degrees in double precision, right ascension too (0 to 360, not hours). A position
  *    is two doubles: [0] right ascension, [1] declination, in the controller's own frame; the
  *    driver converts no epoch. Numbers are passed on as they are, their ranges are not checked:
- *    what is no number or endless is sent as "nan", "inf" or "-inf", for the controller to refuse.
+ *    what is no number or endless is sent as "nan", "inf" or "-inf", for the controller to refuse,
+ *    where nothing else is said.
  *  - Texts are zero-terminated, of any length, in the system's narrow code page. Null counts as an
  *    empty text. A text that makes no sense (an address that is none, a file that is not there)
  *    makes no call crash or wait; its comment tells what it does instead.
@@ -32,6 +33,10 @@
  *    before, also while TelescopeStart shows its message box, and TelescopeStart waits for a
  *    TelescopeCheck; what they do at once while a session runs is told there. No other call waits
  *    for the network or for the user. Nothing is thrown.
+ *  - The log, a file that the user switches on in the registry before the library is loaded, is no
+ *    part of any answer. The switch is judged by its bytes, whatever its type; one of more than 15
+ *    bytes is off. Where the log's folder or its file cannot be made there is no log, and on a full
+ *    disk it lacks what had no room. Nobody is told.
  *  - While the worker shows a message box (a target below the horizon, no target) it sends nothing,
  *    a stop neither, and reads no status: TelescopeGetPos keeps its answer.
  *
@@ -190,7 +195,8 @@ typedef int32_t (*TelescopeEndFn)(TelescopeWindow);
  *  goto asked for at once is undone by it, and after TelescopeEnd at once it goes out at the
  *  beginning of the next session. So wait a second after this call.
  *  A failure is written to the debugger's output only. A date or time of day that does not exist is
- *  sent as it is; a zone that does not fit 32 bits is sent as the nearest that does.
+ *  sent as it is; a zone that does not fit 32 bits is sent as the nearest that does, one that is no
+ *  number as 0.
  *  @param time null leaves everything as it is
  *  @param location null leaves everything as it is
  *  @return 1. */

@@ -35,7 +35,8 @@ extern "C" {
  *  @param year for example 2026.0
  *  @param month 1.0 to 12.0
  *  @param day day of the month plus the fraction of the day, universal time
- *  @return Julian date, days: 2451545.0 for 2000-01-01 12:00. */
+ *  @return Julian date, days: 2451545.0 for 2000-01-01 12:00. No number (NaN) when an argument is
+ *          none; endless or no number when one is endless or too large. */
 VELQUIN_API double CalcJd(double year, double month, double day);
 typedef double (*CalcJdFn)(double, double, double);
 
@@ -46,7 +47,9 @@ VELQUIN_API double GetMjd(double jd);
 typedef double (*GetMjdFn)(double);
 
 /** Converts a Julian date to a calendar date; undoes CalcJd. Formula: J. Meeus, Astronomical
- *  Algorithms, chapter 7.
+ *  Algorithms, chapter 7. Where the year does not fit 32 bits (an endless date, or one of more than
+ *  7.8e11 days) it is the nearest that does, or 0, and month and day mean nothing, -1 for example.
+ *  What is no number gives year 0, month 0 and no day (NaN).
  *  @param jd Julian date, days, not negative
  *  @param year receives the year; must not be null
  *  @param month receives the month, 1 to 12; must not be null
@@ -68,8 +71,10 @@ typedef struct HourMinSec {
 
 #pragma pack(pop)
 
-/** Splits hours into hours, minutes and seconds.
- *  @param hours any sign, within the range of a 32-bit number: -1.5 gives -2 h, 30 min, 0 s
+/** Splits hours into hours, minutes and seconds. Hours that do not fit 32 bits become the
+ *  nearest that do, and minutes and seconds mean nothing; what is no number gives 0 h, 0 min and no
+ *  seconds (NaN).
+ *  @param hours any sign: -1.5 gives -2 h, 30 min, 0 s
  *  @param result written whole; must not be null */
 VELQUIN_API void HourTo60(double hours, HourMinSec* result);
 typedef void (*HourTo60Fn)(double, HourMinSec*);

@@ -3,6 +3,7 @@
 // nowhere.
 #include <windows.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "tests/bad_calls/box_answerer.h"
@@ -15,11 +16,26 @@ namespace {
 
 using namespace std::chrono_literals;
 using testing::Contains;
+using testing::StartsWith;
 
+const std::string kScope = "scope";
 const std::string kLong(10'000, 'x');
 // The first byte of a character of two, and nothing after it.
 const std::string kHalf = "\x83\x65\x83";
 const std::vector<std::string> kTexts = {"", kLong, kHalf, "%s%n%d", "\n\r\t", "\x01\x7F\xFF"};
+
+/// The process's current folder for as long as the object lives.
+class CurrentFolder {
+ public:
+  explicit CurrentFolder(const std::filesystem::path& path)
+      : before(std::filesystem::current_path()) {
+    std::filesystem::current_path(path);
+  }
+  ~CurrentFolder() { std::filesystem::current_path(before); }
+
+ private:
+  const std::filesystem::path before;
+};
 
 class Texts : public DriverTest {
  protected:
@@ -38,6 +54,13 @@ class Texts : public DriverTest {
   int Journals() const {
     const std::filesystem::directory_iterator files(folder.Path());
     return static_cast<int>(std::distance(begin(files), end(files)));
+  }
+  std::vector<std::wstring> JournalNames() const {
+    std::vector<std::wstring> names;
+    for (const auto& file : std::filesystem::directory_iterator(folder.Path())) {
+      names.push_back(TempFolder::WidePath(file.path().filename()));
+    }
+    return names;
   }
 };
 
@@ -117,6 +140,29 @@ TEST_F(Texts, OfAnIniFileAreCutToTheDriversBuffer) {
   driver.SetIni(nullptr, file.c_str(), "Mount");
   ASSERT_EQ(Start(), 1);
   EXPECT_TRUE(controller.Saw("$MTCOM=0.000000,4.500000"));
+}
+
+TEST_F(Texts, OfAnyKindMayNameTheJournal) {
+  const CurrentFolder there(folder.Path());
+  const std::string inFolder = folder.Narrow() + "\\";
+  // No file can have a name of that length or with control characters.
+  const auto isName = [](const std::string& text) {
+    return text.size() < 200 && std::none_of(text.begin(), text.end(),
+                                             [](unsigned char c) { return c < ' ' || c == 0x7F; });
+  };
+  for (const std::string& text : kTexts) {
+    for (const auto& [path, prefix] : {std::pair(text, kScope), std::pair(inFolder, text)}) {
+      const int before = Journals();
+      driver.SetLogPath(nullptr, path.c_str());
+      driver.SetLogPrefix(nullptr, prefix.c_str());
+      StartSession();
+      LoseAReply();
+      EXPECT_EQ(driver.End(nullptr), 1);
+      EXPECT_EQ(Journals() - before, isName(text)) << path.substr(0, 20) << prefix.substr(0, 20);
+    }
+  }
+  EXPECT_THAT(JournalNames(), Contains(StartsWith(L"%s%n%d_timeouterr_")));
+  EXPECT_THAT(JournalNames(), Contains(StartsWith(L"%s%n%dscope_timeouterr_")));
 }
 
 TEST_F(Texts, ThatMakeNoFileNameCostTheJournalAndNothingElse) {
