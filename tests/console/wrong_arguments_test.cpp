@@ -127,6 +127,7 @@ TEST(WrongArguments, AnOptionWithoutItsValueIsRefused) {
   for (const char* option : {"--library", "--name", "--log-path", "--log-prefix", "--progress"}) {
     ExpectRefused(Line("status", {option}), {option});
   }
+  ExpectRefused(Line("site", {"--time"}), {"--time"});
 }
 
 TEST(WrongArguments, AnEmptyTextIsRefused) {
@@ -174,7 +175,12 @@ TEST(WrongArguments, AnOptionGivenTwiceIsRefused) {
   for (const auto& [option, command] : kNumberOptions) {
     ExpectRefused(Line(command, {option, "5", option, "5"}), {option});
   }
-  ExpectRefused(Line("status", {"--name", "a", "--name", "b"}), {"--name"});
+  for (const char* option : {"--library", "--name", "--log-path", "--log-prefix", "--progress"}) {
+    ExpectRefused(Line("status", {option, "auto", option, "auto"}), {option});
+  }
+  const char* const time = "2026-11-21T12:00";
+  ExpectTaken(Line("site", {"--time", time}));
+  ExpectRefused(Line("site", {"--time", time, "--time", time}), {"--time"});
 }
 
 TEST(WrongArguments, WhatIsNoNumberIsRefused) {
