@@ -37,6 +37,7 @@ class CWinApp {
 
  private:
   friend BOOL AfxSocketInit();
+  friend class WinAppProbe;  // the tests' hold of the name
   mutable CCriticalSection m_nameLock;
   bool m_socketsStarted = false;
 };

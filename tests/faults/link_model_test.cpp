@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "net/udp_link.h"
 #include "simulator/fault_dice.h"
 #include "simulator/scripted_controller.h"
@@ -114,7 +116,7 @@ TEST_P(ModelAndLink, AgreeOnEveryReplyAndEveryFailure) {
   });
   CUdpLink link;
   std::vector<std::string> replies;
-  size_t sessions = 0;
+  ptrdiff_t sessions = 0;
   for (int i = 0; i < 80; ++i) {
     sessions += link.Open(controller.Address().c_str(), simulator::ScriptedController::kPort);
     const CString reply = link.Query(i % 3 == 0 ? "$ASK1?" : "$ASK2?");
@@ -135,6 +137,11 @@ TEST_P(ModelAndLink, AgreeOnEveryReplyAndEveryFailure) {
   // Slow exchanges depend on the machine, and 10 ms are none.
   EXPECT_EQ(failures, history.failures);
   EXPECT_GT(failures.size(), 10u);
+  // Open opens at first and after each close, but for one by the last exchange.
+  const ptrdiff_t closes =
+      std::count_if(failures.begin(), failures.end(),
+                    [](const JournalEntry& failure) { return failure.reason == "Socket Close"; });
+  EXPECT_EQ(sessions, 1 + closes - (history.closed ? 1 : 0));
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, ModelAndLink, testing::Range(1, 5));

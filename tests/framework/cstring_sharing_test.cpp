@@ -97,8 +97,8 @@ TEST_F(SharedString, ChangesHandsByMoving) {
 }
 
 TEST_F(SharedString, CanBeAssignedToItself) {
-  CString& same = copy;
-  copy = same;
+  const CString* const itself = &copy;
+  copy = *itself;
   EXPECT_STREQ(copy, "shared text");
   EXPECT_EQ(HeaderOf(original).owners, 2);
 }

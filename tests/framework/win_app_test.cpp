@@ -13,6 +13,16 @@
 #include "framework/base/message_box.h"
 #include "tests/framework/fake_platform.h"
 
+/// What of an application object is for the holder of a private lock.
+class WinAppProbe {
+ public:
+  /// Gives it the end of its own name, by a pointer into that.
+  static void DropFromName(CWinApp& app, size_t count) {
+    const CSingleLock guard(app.m_nameLock);
+    app.SetAppName(app.m_pszAppName + count);
+  }
+};
+
 namespace {
 
 constexpr UINT kIconError = 0x10;
@@ -46,27 +56,27 @@ TEST_F(WinApp, DoesNotTakeItsSuccessorWithIt) {
 
 TEST_F(WinApp, TakesItsNameFromTheStringTable) {
   CWinApp app;
-  EXPECT_EQ(app.m_pszAppName, nullptr);
+  EXPECT_STREQ(app.AppName(), "");
   app.SetCurrentHandles();
-  EXPECT_STREQ(app.m_pszAppName, "VELQUIN");
+  EXPECT_STREQ(app.AppName(), "VELQUIN");
 }
 
 TEST_F(WinApp, KeepsANameItWasGiven) {
   CWinApp app("Own name");
   app.SetCurrentHandles();
-  EXPECT_STREQ(app.m_pszAppName, "Own name");
+  EXPECT_STREQ(app.AppName(), "Own name");
 }
 
 TEST_F(WinApp, CopiesItsName) {
   char name[] = "first";
   CWinApp app(name);
   std::strcpy(name, "other");
-  EXPECT_STREQ(app.m_pszAppName, "first");
+  EXPECT_STREQ(app.AppName(), "first");
   app.SetAppName(name);
   std::strcpy(name, "third");
-  EXPECT_STREQ(app.m_pszAppName, "other");
-  app.SetAppName(app.m_pszAppName + 2);
-  EXPECT_STREQ(app.m_pszAppName, "her");
+  EXPECT_STREQ(app.AppName(), "other");
+  WinAppProbe::DropFromName(app, 2);
+  EXPECT_STREQ(app.AppName(), "her");
 }
 
 // A session starts under a new name while a message of another thread asks for its title.

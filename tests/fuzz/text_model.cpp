@@ -55,5 +55,5 @@ bool ModelSame(const std::string& a, const std::string& b) {
 }
 
 std::string UpToNul(const std::string& text) {
-  return text.c_str();
+  return text.substr(0, text.find('\0'));
 }

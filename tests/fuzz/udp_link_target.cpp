@@ -17,9 +17,9 @@ std::string AnyCommand(FuzzInput& input) {
   static const char* const kCommands[] = {"$SYVER?", "$MTSTA?", "$MTSTP=1", "$", "", "OK"};
   const unsigned choice = input.Choice(7);
   if (choice < 6) return kCommands[choice];
-  std::string text = input.Text(input.Byte());
+  const std::string text = input.Text(input.Byte());
   // A command is a zero-terminated text.
-  return text.c_str();
+  return text.substr(0, text.find('\0'));
 }
 
 // Pieces one after the other: a few bytes of the input can make the largest of datagrams.

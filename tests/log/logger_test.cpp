@@ -19,6 +19,7 @@
 #include "platform/threads.h"
 #include "tests/log/fake_clock.h"
 #include "tests/support/file_text.h"
+#include "tests/support/local_time.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
@@ -45,10 +46,10 @@ std::atomic<FakeClock*> movedByLocks = nullptr;
 
 // What the local clock shows at a time, written by other means.
 std::string LocalClock(std::time_t time) {
-  const std::tm* local = std::localtime(&time);
+  const std::tm local = LocalTimeAt(time);
   char text[40];
-  std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d", local->tm_year + 1900,
-                local->tm_mon + 1, local->tm_mday, local->tm_hour, local->tm_min, local->tm_sec);
+  std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d", local.tm_year + 1900,
+                local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec);
   return text;
 }
 

@@ -12,6 +12,7 @@
 #include "framework/base/exceptions.h"
 #include "tests/net/platform_faults.h"
 #include "tests/support/file_text.h"
+#include "tests/support/local_time.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
@@ -120,8 +121,9 @@ TEST_F(TimeOutJournal, IsNamedAfterTheLocalTimeOfTheMoment) {
   const std::string name = Files()[0].string();
   std::vector<std::string> possible;
   for (std::time_t time = before; time <= after; ++time) {
+    const std::tm local = LocalTimeAt(time);
     char stamp[32];
-    std::strftime(stamp, sizeof stamp, "%Y%m%d_%H%M%S", std::localtime(&time));
+    std::strftime(stamp, sizeof stamp, "%Y%m%d_%H%M%S", &local);
     possible.push_back(std::string("scope1_timeouterr_korvelwireless_") + stamp + ".txt");
   }
   EXPECT_THAT(possible, testing::Contains(name));

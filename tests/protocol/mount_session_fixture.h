@@ -15,7 +15,7 @@
 #include "tests/net/platform_faults.h"
 #include "tests/net/record_texts.h"
 #include "tests/net/udp_link_probe.h"
-#include "tests/protocol/recording_app.h"
+#include "tests/protocol/box_recorder.h"
 #include "tests/protocol/vq_ctrl_probe.h"
 
 class MountSession : public testing::Test {
@@ -45,7 +45,7 @@ class MountSession : public testing::Test {
   std::vector<std::string> Records() { return RecordTexts(probe.Link().GetTimeOutErrors()); }
   std::string Reply() const { return reply.GetString(); }
 
-  RecordingApp app;
+  BoxRecorder app;
   simulator::ScriptedController controller;
   PlatformFaults faults;  // after the controller, whose sockets are none of its business
   Patience patience{faults};

@@ -35,8 +35,8 @@ void ExpectDate(double jd, int year, int month, double day) {
 // 17 has no factor in common with the months' and years' lengths, so every kind of day comes up.
 template <typename Function>
 void ForEveryGregorianDate(Function function) {
-  const sys_days end = 2400y / December / 31;
-  for (sys_days day = 1582y / October / 15; day <= end; day += days(17)) {
+  const sys_days end = year(2400) / December / 31;
+  for (sys_days day = year(1582) / October / 15; day <= end; day += days(17)) {
     function(year_month_day(day), day.time_since_epoch().count() + kUnixEpoch);
   }
 }

@@ -7,7 +7,7 @@
 
 #include "framework/base/win_app.h"
 
-class RecordingApp : public CWinApp {
+class BoxRecorder : public CWinApp {
  public:
   struct Box {
     std::string text;  ///< in the system's narrow code page
@@ -15,7 +15,7 @@ class RecordingApp : public CWinApp {
     UINT helpId;
   };
 
-  RecordingApp() : CWinApp("recording") {}
+  BoxRecorder() : CWinApp("recording") {}
   int DoMessageBox(LPCSTR prompt, UINT type, UINT helpId) override {
     boxes.push_back({prompt, type, helpId});
     return 1;
