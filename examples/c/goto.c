@@ -8,6 +8,7 @@
 #include <windows.h>
 
 typedef struct Driver {
+  HMODULE library; /* stays loaded to the end of the program */
   TelescopeCheckFn check;
   TelescopeStartFn start;
   TelescopeLookFn look;
@@ -17,11 +18,11 @@ typedef struct Driver {
 } Driver;
 
 /* The header has a function type for each export. void (*)(void) may be cast to any of them. */
-#define FIND(name) (name##Fn)(void (*)(void)) GetProcAddress(library, #name)
+#define FIND(name) (name##Fn)(void (*)(void)) GetProcAddress(driver->library, #name)
 
 static int LoadDriver(Driver* driver) {
-  HMODULE library = LoadLibraryA("velquin.dll"); /* looked for beside this program first */
-  if (!library) return 0;
+  driver->library = LoadLibraryA("velquin.dll"); /* looked for beside this program first */
+  if (!driver->library) return 0;
   driver->check = FIND(TelescopeCheck);
   driver->start = FIND(TelescopeStart);
   driver->look = FIND(TelescopeLook);

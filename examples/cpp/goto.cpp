@@ -64,7 +64,7 @@ class Session {
     SkyPosition last = {{0.0, 1000.0}};
     for (auto moved = Clock::now(); Clock::now() - moved < std::chrono::seconds(10);) {
       std::this_thread::sleep_for(std::chrono::milliseconds(250));
-      SkyPosition now;
+      SkyPosition now = {{0.0, 0.0}};
       if (!TelescopeGetPos(nullptr, now.radec)) continue;  // no answer just now
       if (Distance(now, target) < 1.0 / 60.0) return true;
       if (last.radec[1] < 100.0 && Distance(now, last) < 0.01) continue;  // not moving

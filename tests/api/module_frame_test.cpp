@@ -26,7 +26,7 @@ TEST(ModuleFrame, BuildsTheEngineBeforeTheApplicationObject) {
 
 TEST(ModuleFrame, MakesTheLibraryReady) {
   ASSERT_TRUE(ModuleAttached());
-  EXPECT_STREQ(AfxGetApp()->m_pszAppName, "VELQUIN");
+  EXPECT_STREQ(AfxGetApp()->AppName(), "VELQUIN");
   EXPECT_NE(GetSharedBrushes().dark, nullptr);
   EXPECT_EQ(TelescopeGetStatus(nullptr), 1);
   AfxGetApp()->ExitInstance();

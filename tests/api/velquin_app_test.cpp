@@ -93,9 +93,9 @@ TEST_F(App, SaysSoAndRefusesToStartWithoutSockets) {
 
 TEST_F(App, HasItsNameFromTheStringTable) {
   QuietApp app;
-  EXPECT_EQ(app.m_pszAppName, nullptr);
+  EXPECT_STREQ(app.AppName(), "");
   app.SetCurrentHandles();
-  EXPECT_STREQ(app.m_pszAppName, "VELQUIN");
+  EXPECT_STREQ(app.AppName(), "VELQUIN");
 }
 
 TEST_F(App, ShowsEveryMessageInTheLibrarysOwnBox) {

@@ -14,8 +14,6 @@
 
 namespace {
 
-using namespace std::chrono_literals;
-
 class CallingThreads : public DriverTest {
  protected:
   static constexpr int kThreads = 6;
@@ -76,13 +74,13 @@ class CallingThreads : public DriverTest {
 };
 
 TEST_F(CallingThreads, AllFunctionsAtOnceNeitherHangNorLie) {
-  const auto end = std::chrono::steady_clock::now() + 3s;
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(3);
   std::vector<std::thread> threads;
   for (int i = 0; i < kThreads; ++i) {
     current[static_cast<size_t>(i)] = "";
     threads.emplace_back([this, i, end] { CallAnything(i, end); });
   }
-  const auto deadline = end + 60s;
+  const auto deadline = end + std::chrono::minutes(1);
   for (int round = 0; SomebodyCalls(); ++round) {
     if (std::chrono::steady_clock::now() < end) driver.Dialog(nullptr, round % 3);
     HandleMessages();

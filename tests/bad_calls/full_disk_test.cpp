@@ -12,6 +12,7 @@
 #include "tests/bad_calls/full_device.h"
 #include "tests/dll/driver_fixture.h"
 #include "tests/support/file_text.h"
+#include "tests/support/local_time.h"
 
 namespace {
 
@@ -22,9 +23,9 @@ class FullDisk : public DriverTest {
     std::vector<std::string> names;
     const std::time_t now = std::time(nullptr);
     for (std::time_t at = now; at < now + 120; ++at) {
+      const std::tm local = LocalTimeAt(at);
       char name[80];
-      std::strftime(name, sizeof name, "scope_timeouterr_korvelwireless_%Y%m%d_%H%M%S.txt",
-                    std::localtime(&at));
+      std::strftime(name, sizeof name, "scope_timeouterr_korvelwireless_%Y%m%d_%H%M%S.txt", &local);
       names.push_back(name);
     }
     disk.emplace(folder.Path(), names);

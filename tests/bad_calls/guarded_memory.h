@@ -14,9 +14,11 @@ class GuardedMemory {
  public:
   /// @param size bytes, up to a page
   explicit GuardedMemory(size_t size) : size_(size) {
-    pages_ = static_cast<char*>(VirtualAlloc(nullptr, 3 * kPage, MEM_RESERVE, PAGE_NOACCESS));
+    constexpr DWORD kNow = MEM_RESERVE | MEM_COMMIT;
+    pages_ = static_cast<char*>(VirtualAlloc(nullptr, 3 * kPage, kNow, PAGE_NOACCESS));
+    DWORD before;
     if (pages_ == nullptr || size > kPage ||
-        VirtualAlloc(pages_ + kPage, kPage, MEM_COMMIT, PAGE_READWRITE) == nullptr) {
+        !VirtualProtect(pages_ + kPage, kPage, PAGE_READWRITE, &before)) {
       throw std::runtime_error("no memory to guard");
     }
     std::memset(pages_ + kPage, kFill, kPage);
@@ -29,7 +31,7 @@ class GuardedMemory {
   char* Get() const { return pages_ + 2 * kPage - size_; }
   template <typename Type>
   Type* As() const {
-    return reinterpret_cast<Type*>(Get());
+    return static_cast<Type*>(static_cast<void*>(Get()));
   }
   /// Whatever the memory is to hold; at most its size.
   const char* Fill(const void* bytes, size_t count) const {

@@ -49,16 +49,26 @@ bool HasBox() {
   return found;
 }
 
+// An event that another program knows by its name.
+struct Event {
+  explicit Event(const char* name) : handle(CreateEventA(nullptr, TRUE, FALSE, name)) {}
+  ~Event() { CloseHandle(handle); }
+  Event(const Event&) = delete;
+  Event& operator=(const Event&) = delete;
+
+  const HANDLE handle;
+};
+
 // Frees the library under the running worker, whose code must still be there. Whoever runs this
 // host is told so, and tells when the worker has gone on for long enough.
 int Unload() {
-  const HANDLE unloaded = CreateEventA(nullptr, TRUE, FALSE, "velquin_tests_unloaded");
-  const HANDLE leave = CreateEventA(nullptr, TRUE, FALSE, "velquin_tests_leave");
+  const Event unloaded("velquin_tests_unloaded");
+  const Event leave("velquin_tests_leave");
   DriverLibrary driver;
   if (!RunsSession(driver)) return 1;
   driver.Unload();
-  SetEvent(unloaded);
-  if (WaitForSingleObject(leave, 10000) != WAIT_OBJECT_0) return 2;
+  SetEvent(unloaded.handle);
+  if (WaitForSingleObject(leave.handle, 10000) != WAIT_OBJECT_0) return 2;
   return DriverLibrary::IsLoaded() ? 0 : 3;
 }
 

@@ -30,7 +30,7 @@ class RecordingApp : public CWinApp {
 
   int DoMessageBox(LPCSTR prompt, UINT type, UINT) override {
     std::unique_lock guard(boxesLock);
-    boxes.push_back({prompt, m_pszAppName, type, std::this_thread::get_id()});
+    boxes.push_back({prompt, AppName().GetString(), type, std::this_thread::get_id()});
     changed.notify_all();
     changed.wait(guard, [this] { return !holding; });
     if (throwing) throw std::bad_alloc();

@@ -73,16 +73,21 @@ class TelescopeProbe {
   CVQCtrlW& Device() { return telescope.device; }
   void ApplyMeridianOverrides() { telescope.ApplyMeridianOverrides(); }
 
-  std::string Address() const { return telescope.address.GetString(); }
-  std::string Vendor() { return Text(telescope.vendor); }
-  std::string Name() { return Text(telescope.name); }
+  /// Waits for the end of a Start, Check or End of another thread.
+  std::string Address() {
+    const CSingleLock guard(telescope.sessionLock);
+    return telescope.address.GetString();
+  }
+  std::string Vendor() {
+    const CSingleLock guard(telescope.lock);
+    return telescope.vendor.GetString();
+  }
+  std::string Name() {
+    const CSingleLock guard(telescope.lock);
+    return telescope.name.GetString();
+  }
   int32_t FailedPolls() const { return telescope.PollFailCount; }
 
  private:
-  std::string Text(const CString& text) {
-    const CSingleLock guard(telescope.lock);
-    return text.GetString();
-  }
-
   CTelescope& telescope;
 };

@@ -106,7 +106,7 @@ TEST_F(Session, TitlesTheMessagesWithTheHostsName) {
   telescope.SetName("Scope");
   Connect();
   telescope.SetName("Other");
-  EXPECT_STREQ(app.m_pszAppName, "Scope");  // a name counts from the next start on
+  EXPECT_STREQ(app.AppName(), "Scope");  // a name counts from the next start on
   Connect();
   telescope.SetName("");
   Connect();

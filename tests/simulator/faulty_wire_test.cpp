@@ -20,8 +20,6 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::StartsWith;
 
-constexpr int kDeadlineMs = 5000;
-
 FaultChooser Always(const char* fault) {
   return [fault = FaultFromText(fault).value()](int, std::string_view) { return fault; };
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/ui/ui_thread.h"
 
+#include <functional>
 #include <future>
 #include <memory>
 #include <utility>
@@ -42,18 +43,22 @@ HWND MakeHostWindow() {
                          nullptr, nullptr, host.hInstance, nullptr);
 }
 
+// The thread itself.
+void RunHost(std::promise<HWND>& made) {
+  made.set_value(MakeHostWindow());
+  MSG message;
+  while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+}
+
 }  // namespace
 
 UiThread::UiThread() {
   std::promise<HWND> made;
-  thread_ = std::thread([&made] {
-    made.set_value(MakeHostWindow());
-    MSG message;
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-      TranslateMessage(&message);
-      DispatchMessageW(&message);
-    }
-  });
+  std::thread host(&RunHost, std::ref(made));
+  thread_.swap(host);
   window_ = made.get_future().get();
 }
 

@@ -9,8 +9,10 @@ namespace {
 class Fields {
  public:
   Fields() {
-    for (char& byte : before) byte = '\x5A';
-    for (char& byte : after) byte = '\x5A';
+    for (int i = 0; i < kAround; ++i) {
+      before[i] = '\x5A';
+      after[i] = '\x5A';
+    }
   }
   Fields(const char* line, const char* separator) : Fields() {
     fields.Set(Text(line), Text(separator), 0);
@@ -32,9 +34,10 @@ class Fields {
   }
 
  private:
-  char before[16];
+  static constexpr int kAround = 16;
+  char before[kAround];
   CStringSep fields;
-  char after[16];
+  char after[kAround];
 };
 
 void HasNoFieldsAtFirst() {
