@@ -61,6 +61,10 @@ std::string AddressArgument(const std::string& text) {
                        return static_cast<unsigned char>(c) <= ' ' || c == 0x7F;
                      });
   if (wrong) Refuse("\"" + text + "\" is no address (write a host name or 192.168.1.10)");
+  if (text.find(':') != std::string::npos) {
+    Refuse("\"" + text + "\" is no address that a mount can have (no port, no IPv6; write a host " +
+           "name or 192.168.1.10)");
+  }
   return text;
 }
 

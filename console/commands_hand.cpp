@@ -11,6 +11,7 @@
 #include "console/motion_watch.h"
 #include "console/mount_poll.h"
 #include "console/sky_distance.h"
+#include "console/sky_drift.h"
 #include "console/steady_time.h"
 
 namespace velquinctl {
@@ -46,6 +47,12 @@ MountState WaitForRest(const CommandContext& context, const Session& session) {
   return end;
 }
 
+/// @throws Failure when the mount was not ready, and only the sky went on.
+void ExpectMoreThanDrift(const SkyPosition& start, const MountState& end, double seconds) {
+  if (end.ready || !IsSkyDrift(start, end.position, seconds)) return;
+  throw Failure(ExitCode::kMountFailed, "the mount did not move: it is " + ReadyText(end));
+}
+
 /// Holds the button: renews the move until its time is over.
 void HoldSlew(const CommandContext& context, const Session& session, const SlewAction& action) {
   ProgressLine line(context.output.Progress(), context.output.ProgressWriter());
@@ -65,6 +72,7 @@ void HoldSlew(const CommandContext& context, const Session& session, const SlewA
 
 void PerformSlew(const CommandContext& context, const SlewAction& action) {
   const Session& session = context.Connect();
+  const double begin = SteadySeconds();
   const SkyPosition start = session.Read().position;
   StopGuard stop(session);
   HoldSlew(context, session, action);
@@ -75,6 +83,7 @@ void PerformSlew(const CommandContext& context, const SlewAction& action) {
   const MountState end = WaitForRest(context, session);
   if (AxisDistanceDegrees(start, end.position) < kNoMotionDegrees)
     throw Failure(ExitCode::kMountFailed, "the mount did not move");
+  ExpectMoreThanDrift(start, end, SteadySeconds() - begin);
   const double moved = SkyDistanceDegrees(start, end.position);
   context.output.Done("moved " + FormatDistance(moved) + ' ' + action.directionName + ", to " +
                           PositionText(end.position),
@@ -87,6 +96,7 @@ void PerformSlew(const CommandContext& context, const SlewAction& action) {
 
 void PerformPulse(const CommandContext& context, const PulseAction& action) {
   const Session& session = context.Connect();
+  const double begin = SteadySeconds();
   const SkyPosition start = session.Read().position;
   const auto& ms = action.lengthsMs;
   session.Exports().SlewPulseDuration(nullptr, ms[0], ms[1], ms[2], ms[3], action.rateRa,
@@ -96,6 +106,7 @@ void PerformPulse(const CommandContext& context, const PulseAction& action) {
     return sum + (length > 0 ? length + kPulsePauseMs : 0);
   }));
   const MountState end = WaitForRest(context, session);
+  ExpectMoreThanDrift(start, end, SteadySeconds() - begin);
   const double moved = SkyDistanceDegrees(start, end.position);
   context.output.Done(
       "pulses sent: moved " + FormatDistance(moved) + ", to " + PositionText(end.position),

@@ -71,7 +71,7 @@ MountState FollowSlew(const CommandContext& context, const Session& session, con
   };
   const auto whenLate = [&]() -> std::string {
     if (watch.Moved() && !watch.Rests())
-      return "the mount was still moving when the time was over, and was stopped";
+      return "the mount was still moving when the time was over, and is being stopped";
     stop.Disarm();
     return "the mount did not do it in time; it reports " + PositionText(end.position) + ", " +
            ReadyText(end);

@@ -9,6 +9,7 @@
 #include "console/machine_clock.h"
 #include "console/mount_poll.h"
 #include "console/text_encoding.h"
+#include "console/whole_hour_zone.h"
 
 namespace velquinctl {
 namespace {
@@ -47,8 +48,9 @@ std::string IniValue(const IniAction& action, const wchar_t* key) {
 void PerformSite(const CommandContext& context, const SiteAction& action) {
   const Session& session = context.Connect();
   const double zone = action.zoneHours ? *action.zoneHours : MachineZoneHours();
-  SiteTime time = action.localTime ? *action.localTime : MachineTime(zone);
-  time.zone = zone;
+  SiteTime local = action.localTime ? *action.localTime : MachineTime(zone);
+  local.zone = zone;
+  const SiteTime time = InWholeHourZone(local);
   session.Exports().BaseSetting(nullptr, &time, &action.location);
   context.interrupt.SleepMs(kHandOverMs);
   context.output.Done(SiteText(time, action.location),

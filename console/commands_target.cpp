@@ -87,7 +87,7 @@ void PerformGoto(const CommandContext& context, const GotoAction& action) {
   const auto whenLate = [&] {
     return "the mount was still " + FormatDistance(watch.LeftDegrees()) +
            " from the target after " + SecondsText(context.TimeoutSeconds(kGotoSeconds)) +
-           " and was stopped";
+           " and is being stopped";
   };
   PollMount(context, session,
             {.timeoutSeconds = context.TimeoutSeconds(kGotoSeconds),

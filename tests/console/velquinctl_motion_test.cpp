@@ -22,6 +22,13 @@ constexpr int kTracking = 1;
 constexpr int kSlewing = 2;
 constexpr int kParked = 3;
 
+/// The mount refuses to move, and the sky that passes over it is no motion.
+void ExpectUnmoved(const std::vector<std::string>& command) {
+  const ProgramResult result = RunVelquinctl(command);
+  EXPECT_EQ(result.exitCode, 1) << command[0];
+  EXPECT_THAT(result.error, HasSubstr("the mount did not move: it is not ready (parked)"));
+}
+
 TEST_F(VelquinctlTest, GotoEndsWithThePositionReached) {
   const ProgramResult result = RunVelquinctl({"goto", Address(), "5h34m31.9s", "+22d00m52s"});
   EXPECT_EQ(result.exitCode, 0);
@@ -93,7 +100,7 @@ TEST(VelquinctlSlowMount, AGotoThatTakesTooLongIsStopped) {
       RunVelquinctl({"goto", mount.Address(), "5h", "10", "--timeout", "1.5"});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_THAT(result.ErrorLines(), SizeIs(1));
-  EXPECT_THAT(result.error, HasSubstr("was stopped"));
+  EXPECT_THAT(result.error, HasSubstr("is being stopped"));
   EXPECT_TRUE(mount.Saw("$MTSTP=1"));
   EXPECT_TRUE(Eventually([&] { return mount.State() == kTracking; }, std::chrono::seconds(5)));
   EXPECT_GT(mount.DecDegrees(), 30.0) << "far from the target";
@@ -186,6 +193,9 @@ TEST_F(VelquinctlTest, HomeAndParkAndUnparkAreWaitedFor) {
   EXPECT_THAT(park.OutLines().back(), StartsWith("parked at "));
   EXPECT_EQ(mount.State(), kParked);
   EXPECT_EQ(Json(RunVelquinctl({"status", Address(), "--json"}))["ready"], false);
+  ExpectUnmoved({"slew", Address(), "west", "--for", "0.3"});
+  ExpectUnmoved({"slew", Address(), "north", "--for", "0.3", "--speed", "9"});
+  ExpectUnmoved({"pulse", Address(), "--north", "300"});
 
   const ProgramResult unpark = RunVelquinctl({"unpark", Address()});
   EXPECT_EQ(unpark.exitCode, 0);

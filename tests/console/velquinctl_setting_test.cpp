@@ -35,6 +35,16 @@ TEST_F(VelquinctlTest, SiteHandsOverPlaceAndTime) {
   EXPECT_EQ(site["localTime"], "2026-11-21T22:30:00.0");
 }
 
+TEST_F(VelquinctlTest, SiteKeepsUniversalTimeWhereZonesHaveHalfHours) {
+  const ProgramResult result =
+      RunVelquinctl({"site", Address(), "--latitude", "28.6", "--longitude", "77.2", "--zone",
+                     "5.5", "--time", "2026-11-22T00:09:26"});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_TRUE(mount.Saw("$SYLTM=2026,11,21,23,39,00.0"));
+  EXPECT_EQ(mount.Say("$SYLOC?"), "$SYLOC=77.200,28.600,5");
+  EXPECT_THAT(result.out, HasSubstr("local time 2026-11-21 23:39:26, zone +5 h"));
+}
+
 TEST_F(VelquinctlTest, SiteTakesTheMachinesClockByItself) {
   const ProgramResult result = RunVelquinctl(
       {"site", Address(), "--latitude", "35.5", "--longitude", "139.5", "--zone", "9"});

@@ -229,8 +229,9 @@ TEST(WrongArguments, WhatIsNoPositionIsRefused) {
 }
 
 TEST(WrongArguments, WhatIsNoAddressIsRefused) {
-  for (const std::string& text : {std::string(), std::string(" "), std::string("a b"),
-                                  std::string("a\nb"), std::string("\x1B[31m")}) {
+  for (const std::string& text :
+       {std::string(), std::string(" "), std::string("a b"), std::string("a\nb"),
+        std::string("\x1B[31m"), std::string("127.0.0.1:60023"), std::string("::1")}) {
     for (const auto& [command, least] : kCommands) {
       if (command == "run") continue;
       Words words = Line(command);
