@@ -3,9 +3,8 @@
 
 Usage: count_tests.py BUILD_FOLDER...
 
-Reads each folder's ctest.xml (and ctest-2.xml, if the tests ran in two lanes), which lists the test
-programs that ran, and test-results/NAME.xml, which GoogleTest writes for those that
-test-programs.txt names. Prints every failed test, and "N passed, N failed" in the end.
+Reads each folder's ctest.xml, which lists the test programs that ran, and test-results/NAME.xml,
+which GoogleTest writes for those that test-programs.txt names. Prints every failed test, and "N passed, N failed" in the end.
 A program that crashed, hung or wrote no results counts as one failed test, so does a folder
 without results. A test that was skipped or disabled did not pass either: it counts as failed.
 Exit code 1 when anything failed or nothing ran.
@@ -63,23 +62,16 @@ def count_program(program, folder, with_results, count):
         count.fail(name, "ended with an error")
 
 
-def count_listing(listing, folder, count):
-    """Counts what one run of ctest lists. Without a whole list it came to no end."""
-    try:
-        programs = ElementTree.parse(listing).getroot()
-    except (FileNotFoundError, ElementTree.ParseError):
-        count.fail(folder.name, f"no tests ran for {listing.name} (see above)")
-        return
-    with_results = (folder / "test-programs.txt").read_text().split()
-    for program in programs.iter("testcase"):
-        count_program(program, folder, with_results, count)
-
-
 def main():
     count = Count()
     for folder in map(Path, sys.argv[1:]):
-        for listing in [folder / "ctest.xml", *folder.glob("ctest-2.xml")]:
-            count_listing(listing, folder, count)
+        listing = folder / "ctest.xml"
+        if not listing.exists():
+            count.fail(folder.name, "no test ran (see above)")
+            continue
+        with_results = (folder / "test-programs.txt").read_text().split()
+        for program in ElementTree.parse(listing).getroot().iter("testcase"):
+            count_program(program, folder, with_results, count)
     print(f"{count.passed} passed, {count.failed} failed")
     return 1 if count.failed or not count.passed else 0
 
