@@ -18,12 +18,8 @@ DWORD RunProgram(const std::string& program, const std::vector<std::string>& arg
   STARTUPINFOA startup = {};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION process = {};
-  const auto start = [&] {
-    return CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                          &startup, &process) != FALSE;
-  };
-  // One in some thousand programs does not come to life under Wine on a busy machine.
-  if (!start() && !(GetLastError() == ERROR_INTERNAL_ERROR && start())) {
+  if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                      &process)) {
     ADD_FAILURE() << "cannot run the host: " << GetLastError();
     return kHung;
   }
