@@ -15,7 +15,9 @@ log=$place/simulator.log
   --time-scale 20 --latitude 69.65 --longitude 18.96 --zone 1 --clock 2026-01-15T18:00:00 \
   </dev/null >"$log" 2>&1 &
 simulator=$!
-trap 'kill "$simulator" 2>/dev/null || true; wait "$simulator" 2>/dev/null || true' EXIT
+# Interrupted it closes its socket. Wine's server may keep the socket of a program that is ended in the
+# middle of a `select`, and its port with it.
+trap 'kill -INT "$simulator" 2>/dev/null || true; wait "$simulator" 2>/dev/null || true' EXIT
 deadline=$((SECONDS + 30))
 until grep -q 'listening on' "$log"; do
   kill -0 "$simulator" 2>/dev/null && ((SECONDS < deadline)) || {
