@@ -4,12 +4,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
-#include <regex>
 #include <set>
 #include <string>
 
 #include "tests/support/file_text.h"
+#include "tests/support/pattern.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
@@ -61,9 +62,8 @@ class PublicHeaders
 /// @return the names of the functions for which a header has a type NAMEFn.
 std::set<std::string> FunctionsWithTypes(const std::string& header) {
   std::set<std::string> names;
-  const std::regex type(R"(typedef\s+\w+\s+\(\*(\w+)Fn\)\()");
-  for (std::sregex_iterator it(header.begin(), header.end(), type), end; it != end; ++it) {
-    names.insert((*it)[1]);
+  for (const auto& type : PatternPlaces(header, R"(typedef\s+\w+\s+\(\*(\w+)Fn\)\()")) {
+    names.insert(type[1]);
   }
   return names;
 }
@@ -101,9 +101,10 @@ TEST_P(PublicHeaders, AreLookedAtByTheCompiler) {
 
 std::string NameOf(const testing::TestParamInfo<PublicHeaders::ParamType>& info) {
   const auto& [compiler, standard, header] = info.param;
-  const std::string text = std::string(compiler.name) + "_" + standard + "_" + header;
-  return std::regex_replace(std::regex_replace(text, std::regex(R"(\+\+)"), "pp"),
-                            std::regex(R"(\.h)"), "");
+  std::string text = std::string(compiler.name) + "_" + standard + "_" + header;
+  text.resize(text.size() - std::string(".h").size());
+  std::replace(text.begin(), text.end(), '+', 'p');
+  return text;
 }
 
 const auto kHeaders = testing::Values("telescope_api.h", "velquin_util.h");

@@ -7,6 +7,8 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
+#include <future>
 #include <string>
 #include <vector>
 
@@ -51,6 +53,8 @@ class EngineTest : public testing::Test {
     ASSERT_TRUE(PollsAgain());
     controller.Clear();
   }
+  /// Makes a call on a thread of its own. @return its result, later
+  static std::future<int> Meanwhile(std::function<int()> call);
   /// Waits until the worker has done all that was queued.
   bool Idle() {
     return Eventually([this] { return probe.IsIdle(); }, kSoon);

@@ -31,8 +31,7 @@ class SessionSteps : public EngineTest {
   /// Starts on another thread; on return it has begun and waits, at the latest, for the call that
   /// makes this one.
   void BeginStart(const char* address) {
-    start = std::async(std::launch::async,
-                       [this, address] { return telescope.Start(nullptr, address); });
+    start = Meanwhile([this, address] { return telescope.Start(nullptr, address); });
     EXPECT_TRUE(Eventually([this] { return probe.SessionActive(); }, kSoon));
   }
   int Check() {
@@ -66,7 +65,7 @@ TEST_F(SessionSteps, AnswersNoCheckWithTheVersionOfAControllerThatOnlyAProbeAske
   int answer = -1;
   char otherVersion[64] = "untouched";
   platformCalls.BeforeASocketCloses([&] {
-    auto other = std::async(std::launch::async, [&] {
+    auto other = Meanwhile([&] {
       return telescope.Check(nullptr, kNobody, otherVersion, sizeof otherVersion, nullptr);
     });
     answer = other.get();
@@ -212,7 +211,7 @@ TEST_F(BusyPointer, IsShownForTheWholeStartAndOnceMoreForTheReadout) {
 TEST_F(BusyPointer, StaysWhileTheUserIsToldThatNobodyAnswers) {
   controller.IsSilentTo("$SYVER?");
   app.Hold();
-  auto failing = std::async(std::launch::async, [this] { return Connect(); });
+  auto failing = Meanwhile([this] { return Connect(); });
   ASSERT_TRUE(app.WaitForBoxes(1, kSoon));
   EXPECT_EQ(platformCalls.BusyPointers(), 1);
   app.Answer();
@@ -241,7 +240,7 @@ TEST_F(BusyPointer, IsShownWhileAnEndWaitsForTheWorker) {
   app.Hold();
   telescope.Look(nullptr);
   ASSERT_TRUE(app.WaitForBoxes(1, kSoon));
-  auto end = std::async(std::launch::async, [this] { return telescope.End(); });
+  auto end = Meanwhile([this] { return telescope.End(); });
   EXPECT_TRUE(Eventually([this] { return platformCalls.BusyPointers() == 1; }, kSoon));
   app.Answer();
   end.get();

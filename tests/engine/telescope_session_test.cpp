@@ -163,13 +163,13 @@ TEST_F(Session, ReachesAnotherControllerAfterAnAttemptInVain) {
 TEST_F(Session, IsIdleWhileNeitherAWorkerNorAHostIsAtWork) {
   EXPECT_TRUE(telescope.IsIdle());
   controller.AnswersLate("$SYVER?", "$SYVER=1.00", 100);
-  auto check = std::async(std::launch::async, [this] { return Check(); });
+  auto check = Meanwhile([this] { return Check(); });
   ASSERT_TRUE(controller.WaitFor("$SYVER?", kSoonMs));
   EXPECT_FALSE(telescope.IsIdle()) << "a check";
   check.get();
   EXPECT_TRUE(telescope.IsIdle());
   controller.Clear();
-  auto start = std::async(std::launch::async, [this] { return Connect(); });
+  auto start = Meanwhile([this] { return Connect(); });
   ASSERT_TRUE(controller.WaitFor("$SYVER?", kSoonMs));
   EXPECT_FALSE(telescope.IsIdle()) << "a start";
   start.get();
@@ -256,7 +256,7 @@ TEST_F(Session, AnswersACheckFromTheVersionTextWhileItRuns) {
 
 TEST_F(Session, RefusesAStartWhileAnotherStartIsAtWork) {
   controller.AnswersLate("$SYVER?", "$SYVER=1.00", 200);
-  auto first = std::async(std::launch::async, [this] { return Connect(); });
+  auto first = Meanwhile([this] { return Connect(); });
   ASSERT_TRUE(controller.WaitFor("$SYVER?", kSoonMs));
   EXPECT_EQ(Connect(), 0);
   EXPECT_EQ(first.get(), 1);
@@ -268,9 +268,9 @@ TEST_F(Session, AnswersACheckWithNothingUntilItsControllerHasAnswered) {
   ASSERT_EQ(Check(), 1);
   controller.IsSilentTo("$SYVER?");
   app.Hold();
-  auto start = std::async(std::launch::async, [this] { return Connect(); });
+  auto start = Meanwhile([this] { return Connect(); });
   ASSERT_TRUE(app.WaitForBoxes(1, kSoon));
-  auto check = std::async(std::launch::async, [this] { return Check(); });
+  auto check = Meanwhile([this] { return Check(); });
   ASSERT_EQ(check.wait_for(kSoon), std::future_status::ready) << "it waits for the user";
   EXPECT_EQ(check.get(), 0);
   app.Answer();
@@ -280,9 +280,9 @@ TEST_F(Session, AnswersACheckWithNothingUntilItsControllerHasAnswered) {
 TEST_F(Session, WaitsWithItsEndUntilTheUserHasAnsweredItsStart) {
   controller.IsSilentTo("$SYVER?");
   app.Hold();
-  auto start = std::async(std::launch::async, [this] { return Connect(); });
+  auto start = Meanwhile([this] { return Connect(); });
   ASSERT_TRUE(app.WaitForBoxes(1, kSoon));
-  auto end = std::async(std::launch::async, [this] { return telescope.End(); });
+  auto end = Meanwhile([this] { return telescope.End(); });
   EXPECT_EQ(end.wait_for(100ms), std::future_status::timeout);
   app.Answer();
   EXPECT_EQ(start.get(), 0);
@@ -291,7 +291,7 @@ TEST_F(Session, WaitsWithItsEndUntilTheUserHasAnsweredItsStart) {
 
 TEST_F(Session, WaitsWithItsStartForAProbeThatRuns) {
   controller.AnswersLate("$SYVER?", "$SYVER=1.00", 100);
-  auto check = std::async(std::launch::async, [this] { return Check(); });
+  auto check = Meanwhile([this] { return Check(); });
   ASSERT_TRUE(controller.WaitFor("$SYVER?", kSoonMs));
   EXPECT_EQ(Connect(), 1);
   EXPECT_EQ(check.get(), 1);
@@ -309,11 +309,11 @@ TEST_F(Session, NeverHasTwoWorkersHoweverStartAndEndMeet) {
   for (int round = 0; round < 4; ++round) {
     controller.Clear();
     controller.AnswersLate("$SYVER?", "$SYVER=1.00", 60);
-    auto check = std::async(std::launch::async, [this] { return Check(); });
+    auto check = Meanwhile([this] { return Check(); });
     ASSERT_TRUE(controller.WaitFor("$SYVER?", kSoonMs));
-    auto end = std::async(std::launch::async, [this] { return telescope.End(); });
+    auto end = Meanwhile([this] { return telescope.End(); });
     std::this_thread::sleep_for(10ms);
-    auto start = std::async(std::launch::async, [this] { return Connect(); });
+    auto start = Meanwhile([this] { return Connect(); });
     end.get();
     start.get();
     check.get();
@@ -440,7 +440,7 @@ TEST_F(Session, EndsOnlyAfterTheUserHasAnsweredTheWorkersBox) {
   StartSession();
   telescope.Look(nullptr);
   ASSERT_TRUE(app.WaitForBoxes(1, kSoon));
-  auto end = std::async(std::launch::async, [this] { return telescope.End(); });
+  auto end = Meanwhile([this] { return telescope.End(); });
   EXPECT_EQ(end.wait_for(100ms), std::future_status::timeout);
   app.Answer();
   ASSERT_EQ(end.wait_for(kSoon), std::future_status::ready);
@@ -452,10 +452,10 @@ TEST_F(Session, RefusesAStartAndAnswersACheckAtOnceWhileItEnds) {
   StartSession();
   telescope.Look(nullptr);
   ASSERT_TRUE(app.WaitForBoxes(1, kSoon));
-  auto end = std::async(std::launch::async, [this] { return telescope.End(); });
+  auto end = Meanwhile([this] { return telescope.End(); });
   ASSERT_TRUE(Eventually([this] { return telescope.GetConnected() == 0; }, kSoon));
-  auto start = std::async(std::launch::async, [this] { return Connect(); });
-  auto check = std::async(std::launch::async, [this] { return Check(); });
+  auto start = Meanwhile([this] { return Connect(); });
+  auto check = Meanwhile([this] { return Check(); });
   EXPECT_EQ(start.wait_for(kSoon), std::future_status::ready);
   EXPECT_EQ(check.wait_for(kSoon), std::future_status::ready);
   EXPECT_EQ(end.wait_for(0ms), std::future_status::timeout);

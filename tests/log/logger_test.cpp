@@ -9,7 +9,6 @@
 #include <atomic>
 #include <chrono>
 #include <ctime>
-#include <regex>
 #include <sstream>
 #include <string>
 #include <system_error>
@@ -20,6 +19,7 @@
 #include "tests/log/fake_clock.h"
 #include "tests/support/file_text.h"
 #include "tests/support/local_time.h"
+#include "tests/support/pattern.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
@@ -105,9 +105,7 @@ TEST_F(LoggerFile, HasTheTimeOfTheCall) {
   const std::string after = Logger::MakeTimeStamp();
   ASSERT_EQ(Lines().size(), 1u);
   const std::string line = Lines()[0];
-  EXPECT_TRUE(
-      std::regex_match(line, std::regex(R"(\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}:\d+:INFO:Close)")))
-      << line;
+  EXPECT_TRUE(FitsPattern(line, R"(\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}:\d+:INFO:Close)")) << line;
   EXPECT_THAT(line, EndsWith(":INFO:Close"));
   EXPECT_LE(before, line.substr(0, before.size()));
   EXPECT_LE(line.substr(0, before.size()), after);
@@ -179,13 +177,15 @@ TEST_F(LoggerFile, HasWholeLinesOfSeveralThreadsInTheOrderOfTime) {
   EXPECT_TRUE(std::is_sorted(lines.begin(), lines.end(), [](const auto& a, const auto& b) {
     return a.substr(0, 23) < b.substr(0, 23);
   }));
-  const std::regex form(R"(.{23}:(\d+):INFO:(\d+) (first|second) (\d+))");
+  const auto wellFormed =
+      PatternPlaces(Bytes(), R"(.{23}:(\d+):INFO:(\d+) (first|second) (\d+)(?=[\r\n]))");
+  ASSERT_EQ(wellFormed.size(), lines.size());
   int next[2] = {0, 0};
-  for (const std::string& line : lines) {
-    std::smatch parts;
-    ASSERT_TRUE(std::regex_match(line, parts, form)) << line;
+  for (size_t i = 0; i < lines.size(); ++i) {
+    const std::vector<std::string>& parts = wellFormed[i];
+    ASSERT_EQ(parts[0], lines[i]);
     EXPECT_EQ(parts[1], parts[2]) << "the thread's own number";
-    EXPECT_EQ(std::stoi(parts[4]), next[parts[3] == "first" ? 0 : 1]++) << line;
+    EXPECT_EQ(std::stoi(parts[4]), next[parts[3] == "first" ? 0 : 1]++) << lines[i];
   }
 }
 

@@ -3,11 +3,11 @@
 #include <filesystem>
 #include <memory>
 #include <new>
-#include <regex>
 #include <string>
 
 #include "tests/protocol/mount_session_fixture.h"
 #include "tests/support/file_text.h"
+#include "tests/support/pattern.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
@@ -318,10 +318,9 @@ class SessionLog : public testing::Test {
   std::vector<std::string> Events() const {
     std::string text = ReadWholeFile(File()).value_or("(no such file)\n");
     text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
-    const std::regex line("[-0-9]+T[0-9:.]+:[0-9]+:([^\n]*)\n");
     std::vector<std::string> events;
-    for (std::sregex_iterator at(text.begin(), text.end(), line), end; at != end; ++at) {
-      events.push_back((*at)[1]);
+    for (const auto& line : PatternPlaces(text, "[-0-9]+T[0-9:.]+:[0-9]+:([^\n]*)\n")) {
+      events.push_back(line[1]);
     }
     return events;
   }
