@@ -86,6 +86,7 @@ TEST(ModuleFrameDeathTest, LeavesEverythingAloneWhenAProcessEndsDuringASession) 
     auto controller = std::make_unique<simulator::ScriptedController>();
     controller->LooksLikeAMount();
     if (TelescopeStart(nullptr, controller->Address().c_str(), nullptr, 0) != 1) {
+      controller.reset();
       std::exit(kNotBegun);
     }
     const int users = system_wraps::SocketUsers();
@@ -93,8 +94,8 @@ TEST(ModuleFrameDeathTest, LeavesEverythingAloneWhenAProcessEndsDuringASession) 
     // Neither sockets nor brushes were touched, and the worker, which this process did not stop,
     // still has all that it needs.
     const bool same = system_wraps::SocketUsers() == users && GetSharedBrushes().dark != nullptr;
-    // Wine's server may keep a socket for good when its process ends with a thread in `select`, and
-    // the port of this one is every controller's.
+    // Wine's server may keep a socket when its process ends with a thread in `select`, as long as
+    // it lives itself, and the port of this one is every controller's.
     controller.reset();
     system_wraps::EndWhenTheEngineGoes(kWrong);
     std::exit(same ? kDone : kWrong);

@@ -54,7 +54,7 @@ class EngineTest : public testing::Test {
     controller.Clear();
   }
   /// Makes a call on a thread of its own. @return its result, later
-  static std::future<int> Meanwhile(std::function<int()> call);
+  [[nodiscard]] static std::future<int> Meanwhile(std::function<int()> call);
   /// Waits until the worker has done all that was queued.
   bool Idle() {
     return Eventually([this] { return probe.IsIdle(); }, kSoon);

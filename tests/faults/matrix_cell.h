@@ -49,7 +49,7 @@ class MatrixCell {
  private:
   void Expect(bool holds, const std::string& what);
   /// @param limitMs for the driver; the machine's delay comes on top
-  /// @param waits   what the driver waits for meanwhile, one after the other: so often it comes
+  /// @param waits   what the driver waits for meanwhile; the delay is added once for each
   void ExpectWithin(double tookMs, double limitMs, const char* what, int waits = 1);
   double NowMs() const { return controller_.WireNowMs(); }
   LinkHistory History() const { return WhatTheLinkMade(controller_.WireLog()); }
@@ -75,7 +75,7 @@ class MatrixCell {
   void RunAnotherSession();
 
   void ExpectStopInTime(const LinkHistory& history);
-  void ExpectNoPauseBefore(const LinkHistory& history, const ModelExchange& stop);
+  void ExpectShortPausesBefore(const LinkHistory& history, const ModelExchange& stop);
   void ExpectPositionsFromReplies(const LinkHistory& history);
   void ExpectJournals(const LinkHistory& history);
   std::vector<std::filesystem::path> JournalFiles(const std::string& prefix) const;
