@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Texts held against patterns, which are those of std::regex. Only pattern.cpp uses that one, because
-// a file that does takes seconds to compile.
+// Texts held against patterns, which are those of std::regex. Only pattern.cpp uses that one,
+// because a file that does takes seconds to compile.
 #pragma once
 
 #include <string>
