@@ -4,7 +4,8 @@
 Usage: count_tests.py BUILD_FOLDER...
 
 Reads each folder's ctest.xml, which lists the test programs that ran, and test-results/NAME.xml,
-which GoogleTest writes for those that test-programs.txt names. Prints every failed test, and "N passed, N failed" in the end.
+which GoogleTest writes for those that test-programs.txt names. Prints every failed test, and
+"N passed, N failed" in the end.
 A program that crashed, hung or wrote no results counts as one failed test, so does a folder
 without results. A test that was skipped or disabled did not pass either: it counts as failed.
 Exit code 1 when anything failed or nothing ran.
@@ -65,12 +66,13 @@ def count_program(program, folder, with_results, count):
 def main():
     count = Count()
     for folder in map(Path, sys.argv[1:]):
-        listing = folder / "ctest.xml"
-        if not listing.exists():
-            count.fail(folder.name, "no test ran (see above)")
+        try:
+            programs = ElementTree.parse(folder / "ctest.xml").getroot()
+        except (FileNotFoundError, ElementTree.ParseError):
+            count.fail(folder.name, "ctest did not run, or came to no end (see above)")
             continue
         with_results = (folder / "test-programs.txt").read_text().split()
-        for program in ElementTree.parse(listing).getroot().iter("testcase"):
+        for program in programs.iter("testcase"):
             count_program(program, folder, with_results, count)
     print(f"{count.passed} passed, {count.failed} failed")
     return 1 if count.failed or not count.passed else 0

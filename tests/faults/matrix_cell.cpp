@@ -374,8 +374,7 @@ void MatrixCell::ExpectStopInTime(const LinkHistory& history) {
   ExpectShortPausesBefore(history, *stop);
 }
 
-// Each pause between two exchanges has its limit, because that of the whole has room for a long
-// one.
+// Each pause between two exchanges has its limit: that of the whole has room for a long one.
 void MatrixCell::ExpectShortPausesBefore(const LinkHistory& history, const ModelExchange& stop) {
   for (size_t i = 1; i < history.exchanges.size(); ++i) {
     const ModelExchange& before = history.exchanges[i - 1];
