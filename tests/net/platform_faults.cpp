@@ -59,11 +59,11 @@ namespace platform {
 int SystemStartSockets(uint16_t versionWord, SocketStartupData& data) SYSTEM(START_SOCKETS);
 int InsteadStartSockets(uint16_t versionWord, SocketStartupData& data) INSTEAD(START_SOCKETS);
 int InsteadStartSockets(uint16_t versionWord, SocketStartupData& data) {
-  if (installed != nullptr) {
-    ++installed->socketsStarted;
-    installed->versionWord = versionWord;
-  }
-  return SystemStartSockets(versionWord, data);
+  if (installed == nullptr) return SystemStartSockets(versionWord, data);
+  ++installed->socketsStarted;
+  installed->versionWord = versionWord;
+  if (!installed->startSockets) return SystemStartSockets(versionWord, data);
+  return Ask(installed->startSockets, versionWord, data);
 }
 
 #define STOP_SOCKETS "11StopSocketsEv"
@@ -89,6 +89,14 @@ int InsteadBindSocket(SocketHandle socket, const SocketAddress& address) INSTEAD
 int InsteadBindSocket(SocketHandle socket, const SocketAddress& address) {
   if (installed == nullptr || !installed->bindSocket) return SystemBindSocket(socket, address);
   return Ask(installed->bindSocket, socket, address);
+}
+
+#define BOUND_PORT "9BoundPortE" HANDLE
+uint16_t SystemBoundPort(SocketHandle socket) SYSTEM(BOUND_PORT);
+uint16_t InsteadBoundPort(SocketHandle socket) INSTEAD(BOUND_PORT);
+uint16_t InsteadBoundPort(SocketHandle socket) {
+  if (installed == nullptr || !installed->boundPort) return SystemBoundPort(socket);
+  return Ask(installed->boundPort, socket);
 }
 
 #define LOOK_UP_HOST "10LookUpHostEPKcRj"

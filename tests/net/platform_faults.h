@@ -22,8 +22,10 @@ class PlatformFaults {
   PlatformFaults& operator=(const PlatformFaults&) = delete;
 
   // What happens instead of the system's call; the system is asked where there is nothing.
+  std::function<int(uint16_t versionWord, platform::SocketStartupData&)> startSockets;
   std::function<platform::SocketHandle()> openSocket;
   std::function<int(platform::SocketHandle, const platform::SocketAddress&)> bindSocket;
+  std::function<uint16_t(platform::SocketHandle)> boundPort;
   std::function<bool(const std::string& name, uint32_t& networkAddress)> lookUpHost;
   std::function<int(platform::SocketHandle, const std::string& bytes,
                     const platform::SocketAddress& to)>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Silence, slowness and errors of the system, and what the link records of them.
+#include <limits>
 #include <string>
 
 #include "tests/net/udp_link_fixture.h"
@@ -106,6 +107,30 @@ INSTANTIATE_TEST_SUITE_P(
                     Slowness{9000000, "TimeOut(10000)"}),
     [](const auto& test) { return std::to_string(test.param.durationMs) + "ms"; });
 
+// As a process's clock may, which wraps after 25 days or is set by the system.
+TEST_F(UdpLinkFailure, RecordsNoSlownessWhenTheClockGoesBack) {
+  controller.Answers("$SYVER?", "$SYVER=1.00");
+  Connect();
+  for (const int durationMs : {-1, -501, -1000000}) {
+    EveryExchangeTakes(durationMs);
+    EXPECT_EQ(Query("$SYVER?"), "$SYVER=1.00");
+  }
+  EXPECT_THAT(Records(), IsEmpty());
+}
+
+TEST_F(UdpLinkFailure, MeasuresAnExchangeDuringWhichTheClockWraps) {
+  controller.Answers("$SYVER?", "$SYVER=1.00");
+  Connect();
+  SetTheClock();
+  faults.wait = [this](platform::SocketHandle socket, const platform::WaitTime& timeOut) {
+    nowMs = std::numeric_limits<int32_t>::min() + 599;
+    return platform::WaitReadable(socket, timeOut);
+  };
+  nowMs = std::numeric_limits<int32_t>::max();
+  EXPECT_EQ(Query("$SYVER?"), "$SYVER=1.00");
+  EXPECT_THAT(Records(), ElementsAre("$SYVER? : TimeOut(1000)"));
+}
+
 TEST_F(UdpLinkFailure, LetsASlowAnswerThroughWhenTheTimeOutAllows) {
   controller.AnswersLate("$SYVER?", "$SYVER=1.00", 600);
   LetTimePass();
@@ -152,16 +177,31 @@ TEST_F(UdpLinkFailure, RecordsASlowUnmarkedSocketTwiceWithOneTime) {
   EXPECT_EQ(link.GetTimeOutErrors()[1].nClock, 1000);
 }
 
-// A failed wait leaves the socket marked; then the receive decides.
-TEST_F(UdpLinkFailure, ReceivesAfterAFailedWaitThatLeftTheSocketMarked) {
+// A socket that somebody in the process closes while the link waits makes the system's wait fail.
+// Nothing is received then, which on a socket that still works could block for ever.
+TEST_F(UdpLinkFailure, RecordsAWaitThatTheSystemRefuses) {
   controller.Answers("$SYVER?", "$SYVER=1.00");
-  faults.wait = [](platform::SocketHandle socket, const platform::WaitTime& timeOut) {
-    platform::WaitReadable(socket, timeOut);
-    return platform::ReadWait{-1, true};
-  };
   Connect();
-  EXPECT_EQ(Query("$SYVER?"), "$SYVER=1.00");
-  EXPECT_THAT(Records(), IsEmpty());
+  faults.send = [](platform::SocketHandle socket, const std::string& bytes,
+                   const platform::SocketAddress&) {
+    platform::CloseSocket(socket);
+    return static_cast<int>(bytes.size());
+  };
+  int received = 0;
+  faults.receive = [&](platform::SocketHandle, char*, int) {
+    ++received;
+    return platform::kSocketError;
+  };
+  EXPECT_EQ(Query("$SYVER?"), "");
+  EXPECT_THAT(Records(), ElementsAre("$SYVER? : FD_ISSET"));
+  EXPECT_EQ(received, 0);
+  EXPECT_TRUE(probe.Connected());
+
+  faults.send = nullptr;
+  faults.receive = nullptr;
+  link.Close();
+  ASSERT_EQ(Open(), 1);
+  EXPECT_EQ(Query("$SYVER?"), "$SYVER=1.00") << "the next connection is well";
 }
 
 // --- The receive ---------------------------------------------------------------------------------
@@ -271,6 +311,14 @@ TEST_F(UdpLinkFailure, StopsSendingAtTheFirstError) {
 }
 
 // --- Opening -------------------------------------------------------------------------------------
+
+TEST_F(UdpLinkFailure, OpensWhenTheSystemDoesNotTellItsPort) {
+  faults.boundPort = [](platform::SocketHandle) { return uint16_t{0}; };
+  controller.Answers("$SYVER?", "$SYVER=1.00");
+  Connect();
+  EXPECT_EQ(link.GetLocalPort(), 0);
+  EXPECT_EQ(Query("$SYVER?"), "$SYVER=1.00");
+}
 
 // A failed open gives nothing back, because closing acts on a connected link only.
 TEST_F(UdpLinkFailure, StaysClosedWithoutASocket) {

@@ -44,6 +44,19 @@ TEST(UdpLinkLife, StartsAndStopsTheSystemsSockets) {
   EXPECT_EQ(faults.socketsClosed, 0) << "it was never open";
 }
 
+// The library as a whole starts them, too, and does not load when that fails.
+TEST_F(UdpLink, WorksThoughItsOwnStartOfTheSystemsSocketsFailed) {
+  constexpr int kTooManyUsers = 10067;
+  faults.startSockets = [](uint16_t, platform::SocketStartupData&) { return kTooManyUsers; };
+  controller.Answers("$SYVER?", "$SYVER=1.00");
+  CUdpLink other;
+  faults.startSockets = nullptr;
+  platform::SocketStartupData data;
+  ASSERT_EQ(platform::StartSockets(2, data), 0) << "the link stops them all the same";
+  ASSERT_EQ(other.Open(controller.Address().c_str(), ScriptedController::kPort), 1);
+  EXPECT_STREQ(other.Query("$SYVER?"), "$SYVER=1.00");
+}
+
 TEST(UdpLinkLife, ClosesAnOpenLinkInTheEnd) {
   PlatformFaults faults;
   {

@@ -105,6 +105,14 @@ TEST_F(IniFile, TakesQuotesOff) {
   EXPECT_EQ(Read("Mount", "D"), "in\"side\"");
 }
 
+TEST_F(IniFile, KeepsAQuoteThatIsTheWholeText) {
+  Contains("[Mount]\r\nA=\"\r\nB='\r\nC=\"\"\r\nD=''\r\n");
+  EXPECT_EQ(Read("Mount", "A"), "\"");
+  EXPECT_EQ(Read("Mount", "B"), "'");
+  EXPECT_EQ(Read("Mount", "C"), "");
+  EXPECT_EQ(Read("Mount", "D"), "");
+}
+
 TEST_F(IniFile, IgnoresBlanksAroundNamesAndTexts) {
   Contains("  [Mount]  \r\n \t Stop \t = \t 12 5 \t \r\n");
   EXPECT_EQ(Read("Mount", "Stop"), "12 5");

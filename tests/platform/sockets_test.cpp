@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "platform/sockets.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <chrono>
 #include <cstring>
 #include <string>
 
+#include "tests/platform/socket_calls.h"
+
 namespace {
 
 using namespace platform;
+using testing::ElementsAre;
 
 constexpr WaitTime kAtOnce = {0, 0};
 constexpr WaitTime kLong = {10, 0};
@@ -103,6 +106,35 @@ TEST_F(Sockets, LookUpHostNames) {
 TEST_F(Sockets, FindNoHostWhereThereIsNone) {
   uint32_t address = 0;
   EXPECT_FALSE(LookUpHost("no such host.invalid", address));
+}
+
+TEST_F(Sockets, TakeTheFirstAddressOfAHostThatHasSeveral) {
+  SocketCalls system;
+  system.addressesOfEveryName = {"10.1.1.1", "10.2.2.2", "10.3.3.3"};
+  uint32_t address = 0;
+  ASSERT_TRUE(LookUpHost("mount", address));
+  EXPECT_EQ(address, AddressFromText("10.1.1.1"));
+  EXPECT_EQ(system.listsHeld, 0);
+}
+
+TEST_F(Sockets, AreShutDownInBothDirectionsBeforeTheyAreClosed) {
+  const SocketHandle socket = OpenDatagramSocket();
+  ASSERT_NE(socket, kInvalidSocket);
+  const SocketCalls system;
+  CloseSocket(socket);
+  EXPECT_THAT(system.closing, ElementsAre("shutdown both", "close"));
+}
+
+TEST_F(Sockets, HavePortZeroWhenTheSystemDoesNotTellTheirs) {
+  const SocketHandle socket = OpenDatagramSocket();
+  ASSERT_GE(BindSocket(socket, MakeAddress(AddressFromText("127.0.0.1"), 0)), 0);
+  {
+    SocketCalls system;
+    system.boundAddressIsUnknown = true;
+    EXPECT_EQ(BoundPort(socket), 0);
+  }
+  EXPECT_NE(BoundPort(socket), 0);
+  CloseSocket(socket);
 }
 
 TEST_F(Sockets, AreBoundToAPortOfTheSystemsChoice) {
@@ -244,13 +276,25 @@ TEST(SocketStart, TellsAnUnknownVersion) {
 
 // The system's descriptor sets have room for a thousand; a host may have more files open.
 TEST_F(SocketPair, ReportADescriptorThatDoesNotFitIntoASet) {
-  const int high = dup2(receiver, FD_SETSIZE + 5);
-  ASSERT_EQ(high, FD_SETSIZE + 5) << "too few descriptors allowed";
+  for (const int number : {FD_SETSIZE, FD_SETSIZE + 5}) {
+    const int high = dup2(receiver, number);
+    ASSERT_EQ(high, number) << "too few descriptors allowed";
+    Send("x");
+    const ReadWait wait = WaitReadable(high, kAtOnce);
+    EXPECT_EQ(wait.result, kSocketError) << number;
+    EXPECT_FALSE(wait.marked) << number;
+    close(high);
+  }
+}
+
+TEST_F(SocketPair, WaitForTheLastDescriptorThatFitsIntoASet) {
+  const int last = dup2(receiver, FD_SETSIZE - 1);
+  ASSERT_EQ(last, FD_SETSIZE - 1) << "too few descriptors allowed";
   Send("x");
-  const ReadWait wait = WaitReadable(high, kAtOnce);
-  EXPECT_EQ(wait.result, kSocketError);
-  EXPECT_FALSE(wait.marked);
-  close(high);
+  const ReadWait wait = WaitReadable(last, kLong);
+  EXPECT_EQ(wait.result, 1);
+  EXPECT_TRUE(wait.marked);
+  close(last);
 }
 
 #endif

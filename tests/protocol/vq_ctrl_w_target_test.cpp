@@ -143,6 +143,23 @@ TEST_F(Target, UnparksByGoingWhereTheLastStatusWas) {
   EXPECT_THAT(Sent(), ElementsAre("$MTTGT=3,6.250000,-10.500000,Star"));
 }
 
+// What the last status said stays through Close and Open, until the next one.
+TEST_F(Target, ParksAndUnparksByTheLastStatusOfTheSessionBefore) {
+  PollStatus("1,3,0,0,0,0,123.456789,-45.5,6.25,-10.5,4");
+  session.Close();
+  ASSERT_EQ(Open(), 1);
+  Sent();
+  EXPECT_EQ(session.GotoStar(reply), 1);
+  EXPECT_EQ(session.GotoPark(reply), 1);
+  EXPECT_THAT(Sent(), ElementsAre("$MTTGT=3,6.250000,-10.500000,Star",
+                                  "$MTTGT=2,123.456789,-45.500000,Park"));
+  PollStatus("1,3,0,0,0,0,1,2,3,4,4");
+  session.GotoStar(reply);
+  session.GotoPark(reply);
+  EXPECT_THAT(Sent(),
+              ElementsAre("$MTTGT=3,3.000000,4.000000,Star", "$MTTGT=2,1.000000,2.000000,Park"));
+}
+
 TEST_F(Target, ParksAndUnparksAtZeroBeforeTheFirstStatus) {
   session.GotoPark(reply);
   session.GotoStar(reply);

@@ -201,6 +201,17 @@ TEST_F(Controller, TakesTheSitePaddedWithBlanks) {
   EXPECT_EQ(Send("$SYLOC?"), "$SYLOC=-70.500,-33.900,-4");
 }
 
+// The date line makes clocks that are up to fourteen hours ahead of universal time.
+TEST_F(Controller, TakesEveryZoneOnEarth) {
+  for (int zone = -12; zone <= 14; ++zone) {
+    const std::string site = "0.000,0.000," + std::to_string(zone);
+    EXPECT_EQ(Send("$SYLOC=" + site), "$SYLOC=1") << zone;
+    EXPECT_EQ(Send("$SYLOC?"), "$SYLOC=" + site);
+  }
+  Send("$SYLTM=2024,01,01,13,00,00.0");
+  EXPECT_EQ(Send("$SYUTM?"), "$SYUTM=2023,12,31,23,0,0");
+}
+
 TEST_F(Controller, TakesLocalTimeAndTellsUniversalTime) {
   EXPECT_EQ(Send("$SYLTM=2024,03,01,05,30,00.0"), "$SYLTM=1");
   EXPECT_EQ(Send("$SYUTM?"), "$SYUTM=2024,2,29,20,30,0");

@@ -29,6 +29,13 @@ TEST(WireRecord, IsReadableText) {
             R"(12.346 17 foreign 127.0.0.1:4711 - "a \x22b\x22\x5c\x01\xff")");
 }
 
+// Printable are the characters from the blank to "~"; DEL comes next.
+TEST(WireRecord, WritesControlCharactersAndHighBytesAsNumbers) {
+  WireDatagram datagram{1.0, 1, WireDirection::kIn, "127.0.0.1:4711", Fault(), ""};
+  datagram.bytes = "\x1f ~\x7f\x80";
+  EXPECT_EQ(WireRecordLine(datagram), R"(1.000 1 in 127.0.0.1:4711 - "\x1f ~\x7f\x80")");
+}
+
 TEST(WireRecord, GivesTheFaultsOfItsExchangesBack) {
   RecordedFaults faults;
   std::string complaint;
