@@ -52,6 +52,11 @@ class Once {
 
 Once beforeASocketCloses;
 Once beforeALocalTime;
+Once beforeTheWatchedLock;
+
+std::atomic<const platform::RecursiveLock*> watchedLock = nullptr;
+std::atomic<const platform::RecursiveLock*> lastEntered = nullptr;
+std::atomic<int> locksDestroyed = 0;
 
 }  // namespace
 
@@ -59,6 +64,7 @@ PlatformWraps::PlatformWraps() {
   const std::lock_guard guard(sleepsLock);
   sleeps.clear();
   busyPointersSoFar = 0;
+  locksDestroyed = 0;
 }
 
 PlatformWraps::~PlatformWraps() {
@@ -88,6 +94,7 @@ void PlatformWraps::WorksAgain() {
   HasNoMemoryFor("");
   BeforeASocketCloses({});
   BeforeALocalTime({});
+  BeforeALockIsEntered(nullptr, {});
 }
 
 void PlatformWraps::BeforeASocketCloses(std::function<void()> action) {
@@ -96,6 +103,22 @@ void PlatformWraps::BeforeASocketCloses(std::function<void()> action) {
 
 void PlatformWraps::BeforeALocalTime(std::function<void()> action) {
   beforeALocalTime.Set(std::move(action));
+}
+
+void PlatformWraps::BeforeALockIsEntered(const platform::RecursiveLock* lock,
+                                         std::function<void()> action) {
+  beforeTheWatchedLock.Set(std::move(action));
+  watchedLock = lock;
+}
+
+const platform::RecursiveLock* PlatformWraps::LockEnteredBy(const std::function<void()>& call) {
+  lastEntered = nullptr;
+  call();
+  return lastEntered;
+}
+
+int PlatformWraps::LocksDestroyed() const {
+  return locksDestroyed;
 }
 
 int PlatformWraps::BusyPointers() const {
@@ -136,6 +159,19 @@ platform::RecursiveLock* __wrap__ZN8platform19CreateRecursiveLockERj(uint32_t& e
   if (!noLocks) return __real__ZN8platform19CreateRecursiveLockERj(error);
   error = lockError;
   return nullptr;
+}
+
+void __real__ZN8platform18EnterRecursiveLockEPNS_13RecursiveLockE(platform::RecursiveLock*);
+void __wrap__ZN8platform18EnterRecursiveLockEPNS_13RecursiveLockE(platform::RecursiveLock* lock) {
+  if (lock == watchedLock) beforeTheWatchedLock.Run();
+  __real__ZN8platform18EnterRecursiveLockEPNS_13RecursiveLockE(lock);
+  lastEntered = lock;
+}
+
+void __real__ZN8platform20DestroyRecursiveLockEPNS_13RecursiveLockE(platform::RecursiveLock*);
+void __wrap__ZN8platform20DestroyRecursiveLockEPNS_13RecursiveLockE(platform::RecursiveLock* lock) {
+  ++locksDestroyed;
+  __real__ZN8platform20DestroyRecursiveLockEPNS_13RecursiveLockE(lock);
 }
 
 void __real__ZN8platform7SleepMsEi(int);

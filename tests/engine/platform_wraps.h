@@ -7,6 +7,10 @@
 #include <string>
 #include <vector>
 
+namespace platform {
+struct RecursiveLock;
+}
+
 /// Everything is as usual again when the object goes. One at a time; any thread may make the calls.
 class PlatformWraps {
  public:
@@ -27,6 +31,14 @@ class PlatformWraps {
   void BeforeASocketCloses(std::function<void()> action);
   /// Runs once, on the thread that asks for a local time next, before it is told.
   void BeforeALocalTime(std::function<void()> action);
+
+  /// Runs once, on the thread that enters the lock next, before it does.
+  void BeforeALockIsEntered(const platform::RecursiveLock* lock, std::function<void()> action);
+  /// @return the lock that a call enters, the last one if there are several. No other thread may
+  /// enter one meanwhile.
+  const platform::RecursiveLock* LockEnteredBy(const std::function<void()>& call);
+  /// @return how many locks have been destroyed so far.
+  int LocksDestroyed() const;
 
   /// @return how many blocks that show the busy pointer are being run by all threads together.
   int BusyPointers() const;

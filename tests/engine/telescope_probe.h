@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -64,6 +65,30 @@ class TelescopeProbe {
   int32_t StoredEastWest() {
     const CSingleLock guard(telescope.lock);
     return telescope.eastWest;
+  }
+  /// Guide rates A and B, pulse rates A and B.
+  std::vector<double> Rates() {
+    const CSingleLock guard(telescope.lock);
+    return {telescope.guideRateA, telescope.guideRateB, telescope.pulseRateA, telescope.pulseRateB};
+  }
+  /// Milliseconds: north, south, east, west.
+  std::vector<int32_t> PulseLengths() {
+    const CSingleLock guard(telescope.lock);
+    return {std::begin(telescope.pulseMs), std::end(telescope.pulseMs)};
+  }
+  int32_t HandSpeed() {
+    const CSingleLock guard(telescope.lock);
+    return telescope.handSpeed;
+  }
+  /// Stores a text in the place of all those that the detail window asks for.
+  void StoreTexts(const char* text) {
+    const CSingleLock guard(telescope.lock);
+    for (CString* field :
+         {&telescope.versionText, &telescope.spareText1, &telescope.spareText2,
+          &telescope.spareText3, &telescope.dateText, &telescope.timeText, &telescope.zoneText,
+          &telescope.blankText, &telescope.siteTextA, &telescope.siteTextB}) {
+      *field = text;
+    }
   }
   int64_t SiteTimeStamp() {
     const CSingleLock guard(telescope.lock);

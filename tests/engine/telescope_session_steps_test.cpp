@@ -38,6 +38,14 @@ class SessionSteps : public EngineTest {
     return telescope.Check(nullptr, controller.Address().c_str(), version, sizeof version, nullptr);
   }
 
+  /// Runs once, on the thread that waits next for a Start, Check or End of another one, before it
+  /// waits. What it knows about sessions it has asked before.
+  void BeforeAWaitForOtherCalls(std::function<void()> action) {
+    const auto* lock = platformCalls.LockEnteredBy([this] { probe.Address(); });
+    ASSERT_NE(lock, nullptr);
+    platformCalls.BeforeALockIsEntered(lock, std::move(action));
+  }
+
   std::future<int> start;
   char version[64] = "untouched";
 };
@@ -76,6 +84,34 @@ TEST_F(SessionSteps, AnswersNoCheckWithTheVersionOfAControllerThatOnlyAProbeAske
   EXPECT_STREQ(otherVersion, "untouched");
   ASSERT_TRUE(start.valid());
   EXPECT_EQ(start.get(), 0);
+}
+
+// A check that found no session has to look again after its wait: the link is the worker's now.
+TEST_F(SessionSteps, AnswersACheckFromASessionThatBeganWhileItWaited) {
+  BeforeAWaitForOtherCalls(
+      [this] { EXPECT_EQ(telescope.Start(Window(0x10), controller.Address().c_str()), 1); });
+  EXPECT_EQ(telescope.Check(Window(0x20), kNobody, version, sizeof version, nullptr), 1);
+  EXPECT_STREQ(version, "1.00");
+  EXPECT_EQ(controller.CountOf("$SYVER?"), 3) << "those of the start";
+  EXPECT_EQ(telescope.OwnerWindow(), Window(0x10));
+  EXPECT_EQ(probe.Address(), controller.Address());
+  EXPECT_TRUE(PollsAgain());
+}
+
+// The end that a start waits for ends the session before, not that of the start.
+TEST_F(SessionSteps, MakesASessionThoughAnEndFinishesWhileTheStartWaits) {
+  BeforeAWaitForOtherCalls([this] {
+    EXPECT_TRUE(probe.SessionActive()) << "the start has begun";
+    telescope.End();
+    EXPECT_FALSE(probe.SessionActive());
+  });
+  ASSERT_EQ(Connect(), 1);
+  EXPECT_TRUE(probe.SessionActive());
+  EXPECT_EQ(Check(), 1);
+  EXPECT_STREQ(version, "1.00");
+  EXPECT_EQ(Connect(), 0);
+  EXPECT_EQ(controller.CountOf("$SYVER?"), 3) << "neither check nor second start may use the link";
+  EXPECT_TRUE(PollsAgain());
 }
 
 // --- Start -------------------------------------------------------------------------------------

@@ -277,6 +277,22 @@ TEST_F(Session, AnswersACheckWithNothingUntilItsControllerHasAnswered) {
   EXPECT_EQ(start.get(), 0);
 }
 
+TEST_F(Session, AnswersNoCheckWithTheVersionOfTheSessionBefore) {
+  StartSession();
+  ASSERT_EQ(Check(), 1);
+  ASSERT_STREQ(version, "1.00");
+  telescope.End();
+  controller.IsSilentTo("$SYVER?");
+  app.Hold();
+  auto start = Meanwhile([this] { return Connect(); });
+  ASSERT_TRUE(app.WaitForBoxes(1, kSoon));
+  version[0] = '\0';
+  EXPECT_EQ(Check(), 0);
+  EXPECT_STREQ(version, "");
+  app.Answer();
+  EXPECT_EQ(start.get(), 0);
+}
+
 TEST_F(Session, WaitsWithItsEndUntilTheUserHasAnsweredItsStart) {
   controller.IsSilentTo("$SYVER?");
   app.Hold();

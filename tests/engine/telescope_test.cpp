@@ -24,6 +24,10 @@ TEST_F(Telescope, KnowsNothingAtFirst) {
   EXPECT_EQ(telescope.GetTargetValid(), 0);
   EXPECT_EQ(telescope.GetStatus(), 1);
   EXPECT_EQ(telescope.GetSlewSpeedMax(), 9);
+  EXPECT_EQ(probe.HandSpeed(), 0);
+  EXPECT_THAT(probe.Rates(), ElementsAre(1.0, 1.0, 1.0, 1.0));
+  EXPECT_THAT(probe.PulseLengths(), ElementsAre(0, 0, 0, 0));
+  EXPECT_EQ(probe.FailedPolls(), 0);
   EXPECT_THAT(probe.Queue(), IsEmpty());
 }
 
@@ -51,7 +55,14 @@ TEST_F(Telescope, GoesBackToItsFirstStateWhenReset) {
   telescope.SetName("Scope");
   telescope.SetVendor("Vendor");
   telescope.End();
-  telescope.Slew(1, 1, 1);
+  telescope.Slew(1, 1, 7);
+  telescope.SetGuideSpeed(0.25, 0.5);
+  telescope.SlewPulseDuration(10, 20, 30, 40, 0.75, 0.125);
+  for (int failed = 0; failed < 11; ++failed) telescope.OnPoll();  // there is no link
+  ASSERT_EQ(probe.HandSpeed(), 7);
+  ASSERT_THAT(probe.Rates(), ElementsAre(0.25, 0.5, 0.75, 0.125));
+  ASSERT_THAT(probe.PulseLengths(), ElementsAre(10, 20, 30, 40));
+  ASSERT_EQ(probe.FailedPolls(), 11);
   telescope.OnReset();
   double radec[2] = {};
   EXPECT_EQ(telescope.GetPos(radec), 0);
@@ -61,6 +72,10 @@ TEST_F(Telescope, GoesBackToItsFirstStateWhenReset) {
   EXPECT_EQ(telescope.GetTargetValid(), 0);
   EXPECT_EQ(probe.StoredEastWest(), 0);
   EXPECT_THAT(probe.HandFlags(), ElementsAre(0, 0, 0, 0));
+  EXPECT_EQ(probe.HandSpeed(), 0);
+  EXPECT_THAT(probe.Rates(), ElementsAre(1.0, 1.0, 1.0, 1.0));
+  EXPECT_THAT(probe.PulseLengths(), ElementsAre(0, 0, 0, 0));
+  EXPECT_EQ(probe.FailedPolls(), 0);
   EXPECT_THAT(probe.Queue(), IsEmpty());
   EXPECT_EQ(probe.Name(), "");
   EXPECT_EQ(probe.Vendor(), "");
@@ -76,6 +91,23 @@ TEST_F(Telescope, StoresTextsAndCopiesThem) {
   text[0] = 'F';
   EXPECT_EQ(probe.Vendor(), "first");
   EXPECT_EQ(probe.Name(), "first");
+}
+
+// The worker replaces them under the lock, so a copy that is made outside may be torn.
+TEST_F(Telescope, CopiesItsTextsUnderTheLock) {
+  CString (CTelescope::*const getters[])() = {
+      &CTelescope::GetVersionText, &CTelescope::GetSpareText1, &CTelescope::GetSpareText2,
+      &CTelescope::GetSpareText3,  &CTelescope::GetDateText,   &CTelescope::GetTimeText,
+      &CTelescope::GetZoneText,    &CTelescope::GetBlankText,  &CTelescope::GetSiteTextA,
+      &CTelescope::GetSiteTextB};
+  const auto* lock = platformCalls.LockEnteredBy([this] { telescope.GetStatus(); });
+  ASSERT_NE(lock, nullptr);
+  for (const auto getter : getters) {
+    probe.StoreTexts("before");
+    // Whoever holds the lock goes first, so the caller finds what that one stores.
+    platformCalls.BeforeALockIsEntered(lock, [this] { probe.StoreTexts("meanwhile"); });
+    EXPECT_STREQ((telescope.*getter)(), "meanwhile");
+  }
 }
 
 TEST_F(Telescope, TakesNullForAnEmptyText) {
@@ -97,6 +129,8 @@ struct WindowNotes {
   std::vector<int> queueAtTheEnd;
   bool hadWorkerAtTheEnd = false;
   bool lockWasHeldAtTheEnd = false;
+  PlatformWraps* platformCalls = nullptr;
+  int locksDestroyedBefore = 0;
   bool refuse = false;
 } notes;
 
@@ -106,6 +140,7 @@ class NotingWindow : public IControllerWindow {
     notes.events.push_back("delete");
     notes.hadWorkerAtTheEnd = ThreadCtrlProbe(*notes.engine).HasThread();
     notes.queueAtTheEnd = TelescopeProbe(*notes.engine).Queue();
+    notes.locksDestroyedBefore = notes.platformCalls->LocksDestroyed();
     // Another thread gets the engine's lock only when this one does not hold it.
     auto other = std::make_shared<std::promise<void>>();
     std::future<void> entered = other->get_future();
@@ -130,6 +165,7 @@ class ControllerWindow : public Telescope {
  protected:
   ControllerWindow() {
     notes = {};
+    notes.platformCalls = &platformCalls;
     telescope.SetVendor("Vendor");
     telescope.SetName("Name");
     telescope.SetControllerWindowFactory(&OpenNotingWindow);
@@ -195,6 +231,18 @@ TEST_F(ControllerWindow, ClosesWithTheEngine) {
     other.ShowController(true);
   }
   EXPECT_THAT(notes.events, ElementsAre("new  ", "delete"));
+}
+
+// A window that goes may still ask the engine for anything, so nothing of the engine goes first.
+TEST_F(ControllerWindow, ClosesBeforeAnyPartOfTheEngineGoes) {
+  {
+    CTelescope other;
+    other.SetControllerWindowFactory(&OpenNotingWindow);
+    other.ShowController(true);
+  }
+  ASSERT_THAT(notes.events, ElementsAre("new  ", "delete"));
+  EXPECT_EQ(notes.locksDestroyedBefore, 0);
+  EXPECT_GT(platformCalls.LocksDestroyed(), 0);
 }
 
 }  // namespace

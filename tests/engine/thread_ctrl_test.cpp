@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "framework/base/exceptions.h"
+#include "tests/engine/live_blocks.h"
 #include "tests/engine/platform_wraps.h"
 #include "tests/engine/telescope_probe.h"
 #include "tests/support/eventually.h"
@@ -303,6 +304,15 @@ TEST_F(ThreadCtrl, KeepsTheOwnerThatWasAttachedLast) {
   EXPECT_EQ(worker.OwnerWindow(), nullptr);
   worker.DetachOwner();
   EXPECT_EQ(worker.OwnerWindow(), nullptr);
+}
+
+TEST_F(ThreadCtrl, KeepsNothingOfTheOwnersBefore) {
+  worker.AttachOwner(Handle(0x1234));
+  const int blocks = LiveBlocks();
+  for (uintptr_t number = 1; number <= 100; ++number) worker.AttachOwner(Handle(number));
+  EXPECT_EQ(LiveBlocks(), blocks);
+  worker.DetachOwner();
+  EXPECT_EQ(LiveBlocks(), blocks - 1);
 }
 
 #ifdef _WIN32
