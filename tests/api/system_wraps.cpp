@@ -6,6 +6,7 @@
 #include "engine/telescope.h"
 #include "framework/base/win_app.h"
 #include "platform/sockets.h"
+#include "ui/shared_brushes.h"
 
 namespace {
 
@@ -14,6 +15,7 @@ constinit bool noSockets = false;
 constinit int socketUsers = 0;
 constinit bool sawFirstStart = false;
 constinit bool hadAppAtFirst = false;
+constinit bool hadBrushesAtLastStop = false;
 constinit int endCode = 0;  // 0: goes on
 constinit int endCodeWithApp = 0;
 
@@ -36,6 +38,10 @@ NoSockets::~NoSockets() {
 
 int SocketUsers() {
   return socketUsers;
+}
+
+bool HadBrushesAtLastStop() {
+  return hadBrushesAtLastStop;
 }
 
 bool HadAppAtFirst() {
@@ -75,6 +81,7 @@ void __real__ZN8platform11StopSocketsEv();
 void __wrap__ZN8platform11StopSocketsEv() {
   if (endCode != 0) std::_Exit(endCode);
   if (endCodeWithApp != 0 && AfxGetApp() != nullptr) std::_Exit(endCodeWithApp);
+  hadBrushesAtLastStop = GetSharedBrushes().dark != nullptr || GetSharedBrushes().black != nullptr;
   --socketUsers;
   __real__ZN8platform11StopSocketsEv();
 }

@@ -20,6 +20,10 @@ class NoSockets {
 /// @return how often the sockets have been started so far, and not stopped.
 int SocketUsers();
 
+/// @return whether the brushes of the windows were still there when the sockets were last stopped,
+/// which is what the framework does as the library exits.
+bool HadBrushesAtLastStop();
+
 /// @return whether there was an application object when the sockets were started for the very first
 /// time, which the engine does as it is built.
 bool HadAppAtFirst();

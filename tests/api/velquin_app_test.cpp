@@ -76,6 +76,20 @@ TEST_F(App, GivesSocketsAndBrushesBack) {
   EXPECT_EQ(GetSharedBrushes().black, nullptr);
 }
 
+TEST_F(App, GivesTheBrushesBackBeforeTheFrameworkExits) {
+  QuietApp app;
+  app.InitInstance();
+  const HBRUSH dark = static_cast<HBRUSH>(GetSharedBrushes().dark->GetSafeHandle());
+  const HBRUSH black = static_cast<HBRUSH>(GetSharedBrushes().black->GetSafeHandle());
+  const int usersBefore = SocketUsers();
+  app.ExitInstance();
+  ASSERT_EQ(SocketUsers(), usersBefore - 1) << "the framework has not exited";
+  EXPECT_FALSE(system_wraps::HadBrushesAtLastStop());
+  LOGBRUSH description = {};
+  EXPECT_EQ(GetObjectA(dark, sizeof description, &description), 0);
+  EXPECT_EQ(GetObjectA(black, sizeof description, &description), 0);
+}
+
 TEST_F(App, SaysSoAndRefusesToStartWithoutSockets) {
   QuietApp app;
   const int usersBefore = SocketUsers();

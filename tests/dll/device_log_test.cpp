@@ -2,6 +2,8 @@
 // The device log of the loaded library: switched in the registry, begun anew at every load.
 #include <shlobj.h>
 
+#include <future>
+
 #include "tests/dll/driver_fixture.h"
 #include "tests/support/file_text.h"
 
@@ -11,6 +13,7 @@ using testing::ContainsRegex;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::MatchesRegex;
+using testing::SizeIs;
 
 constexpr const char* kKey = "SOFTWARE\\Halvorn\\Pelloran\\3.0\\Setting";
 constexpr const char* kValue = "DeviceLogWrite";
@@ -55,6 +58,16 @@ class DeviceLog : public testing::Test {
     driver.End(nullptr);
   }
 
+  void FailToStart(const DriverLibrary& driver) {
+    auto start = std::async(std::launch::async, [&] {
+      return driver.Start(nullptr, controller.Address().c_str(), nullptr, 0);
+    });
+    const auto box = WaitForMessageBox(std::chrono::seconds(10));
+    ASSERT_TRUE(box);
+    EXPECT_TRUE(PressOk(*box));
+    EXPECT_EQ(start.get(), 0);
+  }
+
   LogSwitch logSwitch;
   simulator::ScriptedController controller;
 };
@@ -71,6 +84,32 @@ TEST_F(DeviceLog, TellsOfEveryOpeningAndClosing) {
   // The library closes once more as it goes.
   EXPECT_THAT(Lines(),
               ElementsAre("INFO:Open:", "INFO:Close", "INFO:Open:", "INFO:Close", "INFO:Close"));
+}
+
+// Whether nobody answers or the controller falls silent halfway, the attempt is closed.
+TEST_F(DeviceLog, HasTwoLinesForAStartThatFails) {
+  using simulator::Silence;
+  logSwitch.Set("yes");
+  const TempFolder journals;
+  const DriverLibrary driver;
+  driver.SetLogPath(nullptr, (journals.Narrow() + "\\").c_str());
+  controller.IsSilentTo("$SYVER?");
+  FailToStart(driver);
+  EXPECT_THAT(Lines(), ElementsAre("INFO:Open:", "INFO:Close"));
+  controller.AnswersInTurn("$SYVER?", {"$SYVER=1.00", "$SYVER=1.00", Silence()});
+  FailToStart(driver);
+  EXPECT_THAT(Lines(), ElementsAre("INFO:Open:", "INFO:Close", "INFO:Open:", "INFO:Close"));
+  driver.End(nullptr);
+  EXPECT_THAT(Lines(), SizeIs(4)) << "there is nothing left to close";
+}
+
+TEST_F(DeviceLog, HasTwoLinesForACheckThatFails) {
+  logSwitch.Set("yes");
+  const DriverLibrary driver;
+  controller.IsSilentTo("$SYVER?");
+  EXPECT_EQ(driver.Check(nullptr, controller.Address().c_str(), nullptr, nullptr, 0, nullptr, 0),
+            0);
+  EXPECT_THAT(Lines(), ElementsAre("INFO:Open:", "INFO:Close"));
 }
 
 TEST_F(DeviceLog, BeginsAnewAtEveryLoad) {

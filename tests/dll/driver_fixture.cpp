@@ -2,7 +2,6 @@
 #include "tests/dll/driver_fixture.h"
 
 #include <algorithm>
-#include <future>
 
 #include "tests/support/window_messages.h"
 
@@ -20,10 +19,7 @@ DriverTest::DriverTest() {
 }
 
 DriverTest::~DriverTest() {
-  auto end = std::async(std::launch::async, [this] { driver.End(nullptr); });
-  while (end.wait_for(std::chrono::milliseconds(5)) != std::future_status::ready) {
-    if (const auto box = FindMessageBox()) PressOk(*box);
-  }
+  AnswerBoxesDuring([this] { return driver.End(nullptr); });
   // A window that was left to this thread keeps the library, with all that it knows, until it is
   // destroyed; the next test is for a library that was just loaded.
   driver.Unload();

@@ -81,6 +81,25 @@ TEST_F(Exports, KnowNothingBeforeTheFirstSession) {
   EXPECT_EQ(driver.GetSlewSpeedMax(nullptr), 9);
 }
 
+// From the first failed poll to well past those that count as a lost link.
+TEST_F(Exports, KnowNothingInASessionWhosePollsHaveAllFailed) {
+  controller.Answers("$MTSTA?", "$SYVER=1.00");
+  ASSERT_EQ(Start(), 1);
+  for (int polls = 1; polls <= 15; ++polls) {
+    ASSERT_TRUE(controller.WaitForCount("$MTSTA?", polls, kSoonMs));
+    double radec[2] = {7.0, 7.0};
+    EXPECT_EQ(driver.GetPos(nullptr, radec), 0) << polls;
+    EXPECT_THAT(radec, ElementsAre(-1.0, -1.0)) << polls;
+    EXPECT_EQ(driver.GetEastWest(nullptr), -1) << polls;
+    EXPECT_EQ(driver.GetParking(nullptr), 1) << polls;
+  }
+  controller.LooksLikeAMount();
+  double radec[2] = {};
+  EXPECT_TRUE(Eventually([&] { return driver.GetPos(nullptr, radec) == 1; }, kSoon));
+  EXPECT_THAT(radec, ElementsAre(90.0, 22.5));
+  EXPECT_EQ(driver.GetEastWest(nullptr), 0);
+}
+
 TEST_F(Exports, TellWhatTheLastPollSaid) {
   controller.Status("60000.5,1,0,0,0,90.0,10,20,6.0,-22.5,4");
   StartSession();

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/dll/message_boxes.h"
 
+#include <future>
+#include <utility>
+
 #include "tests/support/eventually.h"
 
 namespace {
@@ -62,4 +65,12 @@ std::optional<MessageBoxOnScreen> WaitForMessageBox(std::chrono::milliseconds de
 bool PressOk(const MessageBoxOnScreen& box) {
   PostMessageW(GetDlgItem(box.window, IDOK), BM_CLICK, 0, 0);
   return Eventually([&] { return !IsWindow(box.window); }, std::chrono::seconds(10));
+}
+
+int32_t AnswerBoxesDuring(std::function<int32_t()> call) {
+  auto result = std::async(std::launch::async, std::move(call));
+  while (result.wait_for(std::chrono::milliseconds(5)) != std::future_status::ready) {
+    if (const auto box = FindMessageBox()) PressOk(*box);
+  }
+  return result.get();
 }

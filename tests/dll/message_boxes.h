@@ -5,6 +5,8 @@
 #include <windows.h>
 
 #include <chrono>
+#include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,3 +25,8 @@ std::optional<MessageBoxOnScreen> FindMessageBox();
 std::optional<MessageBoxOnScreen> WaitForMessageBox(std::chrono::milliseconds deadline);
 /// Presses the box's OK button and waits until the box is gone. @return false when it stays.
 bool PressOk(const MessageBoxOnScreen& box);
+
+/// Makes a call on a thread of its own and presses OK in every box that comes up meanwhile, so that
+/// a call which asks against all expectation fails the test and does not hang it.
+/// @return the call's result.
+int32_t AnswerBoxesDuring(std::function<int32_t()> call);
