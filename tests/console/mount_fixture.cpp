@@ -48,7 +48,12 @@ SimulatedMount::SimulatedMount(double topRate) {
 void SimulatedMount::Remember(const std::string& reportLine) {
   // TIME COMMAND -> ANSWER
   const size_t begin = reportLine.find('$');
-  const std::string command = reportLine.substr(begin, reportLine.find(" -> ") - begin);
+  const size_t end = reportLine.find(" -> ");
+  if (begin == std::string::npos || end == std::string::npos) {
+    ADD_FAILURE() << "a line of the simulator without a command: " << reportLine;
+    return;
+  }
+  const std::string command = reportLine.substr(begin, end - begin);
   if (command == "$MTSTA?") return;
   const std::lock_guard guard(lock_);
   commands_.push_back(command);

@@ -2,7 +2,9 @@
 #include "tests/dll/driver_fixture.h"
 
 #include <algorithm>
+#include <future>
 
+#include "tests/support/after.h"
 #include "tests/support/window_messages.h"
 
 namespace {
@@ -56,8 +58,5 @@ std::vector<std::string> DriverTest::Sent() {
 
 std::vector<std::string> DriverTest::SentByANewSession() {
   EXPECT_EQ(Start(), 1);
-  std::vector<std::string> sent = Sent();
-  const auto connecting = std::find(sent.begin(), sent.end(), "$MTCOM=0.000000,3.000000\r\n");
-  if (connecting != sent.end()) sent.erase(sent.begin(), connecting + 1);
-  return sent;
+  return After(Sent(), "$MTCOM=0.000000,3.000000\r\n");
 }

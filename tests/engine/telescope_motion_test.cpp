@@ -5,6 +5,7 @@
 #include "res/string_ids.h"
 #include "tests/engine/debug_output_capture.h"
 #include "tests/engine/engine_fixture.h"
+#include "tests/support/after.h"
 #include "tests/protocol/vq_ctrl_probe.h"
 
 namespace {
@@ -30,10 +31,7 @@ class Motion : public EngineTest {
   std::vector<std::string> SentByANewSession() {
     EXPECT_EQ(Connect(), 1);
     EXPECT_TRUE(controller.WaitFor("$MTSTA?", kSoonMs));
-    std::vector<std::string> sent = Sent();
-    const auto connecting = std::find(sent.begin(), sent.end(), "$MTCOM=0.000000,3.000000");
-    sent.erase(sent.begin(), connecting + 1);
-    return sent;
+    return After(Sent(), "$MTCOM=0.000000,3.000000");
   }
 };
 
@@ -354,10 +352,10 @@ TEST_F(Motion, NeitherPollsNorTakesRequestsBetweenPulses) {
   telescope.AlignReset();
   ASSERT_EQ(Connect(), 1);
   ASSERT_TRUE(controller.WaitFor("$MTSTA?", kSoonMs));
-  const std::vector<std::string> commands = controller.Commands();
-  const auto first = std::find(commands.begin(), commands.end(), "$MTCOM=0.000000,3.000000") + 1;
-  ASSERT_GE(commands.end() - first, 4);
-  EXPECT_THAT(std::vector<std::string>(first, first + 4),
+  const std::vector<std::string> first =
+      UpTo(After(controller.Commands(), "$MTCOM=0.000000,3.000000"), "$MTSTA?");
+  ASSERT_EQ(first.size(), 4u);
+  EXPECT_THAT(first,
               ElementsAre("$MTMV2=0.150000,0.000000,1.000000", "$MTMV2=0.150000,0.000000,-1.000000",
                           "$ALINI=0", "$MTSTA?"));
   // The second one came when the first and its gap were over.
@@ -372,7 +370,7 @@ TEST_F(Motion, NeitherPollsNorTakesRequestsBetweenPulses) {
 TEST_F(Motion, LeavesOutPulsesWithoutALength) {
   telescope.SlewPulseDuration(0, -100, 20, INT_MIN, 2.0, 3.0);
   EXPECT_THAT(SentByANewSession(), ElementsAre("$MTMV2=0.020000,-2.000000,0.000000"));
-  EXPECT_EQ(platformCalls.Sleeps()[0], 70);
+  EXPECT_EQ(platformCalls.Sleeps().at(0), 70);
 }
 
 TEST_F(Motion, SendsNothingForPulsesOfNoLengthAtAll) {
@@ -384,7 +382,7 @@ TEST_F(Motion, SendsNothingForPulsesOfNoLengthAtAll) {
 TEST_F(Motion, WaitsForTheLongestPulseThatThereIs) {
   telescope.SlewPulseDuration(INT_MAX, 0, 0, 0, 1.0, 1.0);
   EXPECT_THAT(SentByANewSession(), ElementsAre("$MTMV2=2147483.647000,0.000000,1.000000"));
-  EXPECT_EQ(platformCalls.Sleeps()[0], INT_MAX);
+  EXPECT_EQ(platformCalls.Sleeps().at(0), INT_MAX);
 }
 
 TEST_F(Motion, HasTheSignsOfEastAndWestTurnedRoundBetweenHandMovesAndPulses) {

@@ -4,6 +4,7 @@
 
 #include "res/string_ids.h"
 #include "tests/engine/engine_fixture.h"
+#include "tests/support/after.h"
 
 namespace {
 
@@ -20,9 +21,7 @@ class Queue : public EngineTest {
   std::vector<std::string> FirstCycle() {
     EXPECT_EQ(Connect(), 1);
     EXPECT_TRUE(controller.WaitFor("$MTSTA?", kSoonMs));
-    const std::vector<std::string> commands = controller.Commands();
-    const auto first = std::find(commands.begin(), commands.end(), "$MTCOM=0.000000,3.000000") + 1;
-    return {first, std::find(first, commands.end(), "$MTSTA?") + 1};
+    return UpTo(After(controller.Commands(), "$MTCOM=0.000000,3.000000"), "$MTSTA?");
   }
 };
 

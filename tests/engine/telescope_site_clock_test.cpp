@@ -60,6 +60,7 @@ TEST_F(SiteClock, ReadsTheStatusFirst) {
   const std::vector<std::string> commands = controller.Commands();
   const auto site = std::find(commands.begin(), commands.end(), "$SYLOC= 139.767, 35.681,9");
   ASSERT_NE(site, commands.end());
+  ASSERT_GE(site - commands.begin(), 2);
   EXPECT_EQ(site[-1], "$MTSTA?");
   EXPECT_EQ(site[-2], "$MTCOM=0.000000,3.000000") << "no poll was there before";
 }

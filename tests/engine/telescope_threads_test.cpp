@@ -30,6 +30,34 @@ class Threads : public EngineTest {
     callers.clear();
   }
 
+  struct LinksSeen {
+    int checks = 0;
+    int sessions = 0;
+    std::vector<std::string> mixed;  // what neither of the two sends
+  };
+  // What came in from one port after the other, told apart.
+  LinksSeen Links() const {
+    constexpr const char* kHandshake = "$SYVER? $SYVER? $MTMDL? $SYVER? ";
+    constexpr const char* kStart = "$SYLOC? $SYUTM? $MTCOM=0.000000,3.000000 ";
+    LinksSeen seen;
+    const auto received = controller.Received();
+    for (size_t i = 0; i < received.size();) {
+      const uint16_t port = received[i].fromPort;
+      std::string commands;
+      for (; i < received.size() && received[i].fromPort == port; ++i) {
+        if (received[i].text != "$MTSTA?") commands += received[i].text + " ";
+      }
+      if (commands == kHandshake) {
+        ++seen.checks;
+      } else if (commands == std::string(kHandshake) + kStart) {
+        ++seen.sessions;
+      } else {
+        seen.mixed.push_back(commands);
+      }
+    }
+    return seen;
+  }
+
   std::vector<std::thread> callers;
   std::atomic<bool> stopping = false;
   std::atomic<int> calls = 0;
@@ -74,16 +102,30 @@ TEST_F(Threads, MayAllCallWhileTheSessionRuns) {
   EXPECT_TRUE(PollsAgain());
 }
 
+// What the controller saw of one link after the other: of a check the handshake, of a session that
+// and what a start asks for besides, then polls. Two at once would mix.
 TEST_F(Threads, MayStartCheckAndEndAtOnce) {
-  const auto check = [this] {
-    char version[16];
-    telescope.Check(nullptr, controller.Address().c_str(), version, sizeof version, nullptr);
+  std::atomic<int> started = 0;
+  std::atomic<int> checked = 0;
+  std::atomic<int> wrongVersions = 0;
+  const auto start = [&] { started += Connect(); };
+  const auto check = [&] {
+    char version[16] = "";
+    if (telescope.Check(nullptr, controller.Address().c_str(), version, sizeof version, nullptr)) {
+      ++checked;
+      wrongVersions += std::string(version) != "1.00";
+    }
   };
-  CallFromThreads(4, {[this] { Connect(); }, check, [this] { telescope.End(); }, check});
-  EXPECT_TRUE(Eventually([this] { return calls > 400; }, kSoon * 3));
+  CallFromThreads(4, {start, check, [this] { telescope.End(); }, check});
+  EXPECT_TRUE(Eventually([&] { return calls > 400 && started > 10 && checked > 10; }, kSoon * 3));
   StopCalling();
   telescope.End();
   EXPECT_FALSE(rhythm.HasThread());
+  EXPECT_EQ(wrongVersions, 0);
+  const LinksSeen seen = Links();
+  EXPECT_THAT(seen.mixed, testing::IsEmpty());
+  EXPECT_EQ(seen.sessions, started);
+  EXPECT_LE(seen.checks, checked) << "a check that was sent was answered";
   // The engine is as good as new.
   controller.Clear();
   EXPECT_EQ(Connect(), 1);

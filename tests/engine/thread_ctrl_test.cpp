@@ -103,7 +103,7 @@ TEST_F(ThreadCtrl, RunsTheHooksInTheirOrder) {
   EXPECT_EQ(worker.EndThread(), 1);
 
   std::vector<std::string> hooks = worker.Hooks();
-  EXPECT_EQ(hooks.front(), "start");
+  EXPECT_EQ(hooks.at(0), "start");
   // The start's second hook runs beside the worker's first cycle.
   ASSERT_EQ(std::erase(hooks, "started"), 1u);
   EXPECT_THAT(

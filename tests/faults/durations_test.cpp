@@ -19,7 +19,11 @@ class Durations : public DriverTest {
     EXPECT_TRUE(Eventually([&] { return driver.GetPos(nullptr, radec) == answer; }, kLong));
     return controller.WireNowMs() - fromMs;
   }
-  double TimeOfLastPoll() const { return controller.Received().back().timeMs; }
+  double TimeOfLastPoll() const {
+    const auto received = controller.Received();
+    EXPECT_FALSE(received.empty());
+    return received.empty() ? 0.0 : received.back().timeMs;
+  }
   /// With what the machine itself was late, at each of so many waits and sleeps.
   double WithDelay(double limitMs, int waits = 1) const {
     return limitMs + kMercyMs + waits * machine.LongestMs();
