@@ -57,13 +57,13 @@ TEST_F(Connection, SendsTheseDatagramsToConnectAndThenPolls) {
 TEST_F(Connection, SpeaksThroughOneSocketPerSession) {
   StartSession();
   ASSERT_TRUE(PollsAgain());
-  const uint16_t port = controller.Received().front().fromPort;
+  const uint16_t port = controller.Received().at(0).fromPort;
   EXPECT_EQ(controller.Received().back().fromPort, port);
   driver.End(nullptr);
   controller.Clear();
   StartSession();
   ASSERT_TRUE(PollsAgain());
-  EXPECT_NE(controller.Received().front().fromPort, port);
+  EXPECT_NE(controller.Received().at(0).fromPort, port);
 }
 
 TEST_F(Connection, PollsTenTimesASecondAndTwiceAsOftenAfterAPush) {
@@ -176,15 +176,35 @@ TEST_F(Connection, TakesNullForAnEmptyAddress) {
   EXPECT_STREQ(version, versionOfEmpty);
 }
 
+// While a poll waits for its answer the number of failed ones stands still: the eleventh waits for
+// nothing, the one after it for a late answer.
 TEST_F(Connection, LosesThePositionWithElevenPollsAndFindsItWithOne) {
-  StartSession();
+  constexpr int kGoodPolls = 2;
+  const simulator::ScriptedReply wrong = "$SYVER=1.00";
+  std::vector<simulator::ScriptedReply> replies(kGoodPolls,
+                                                "$MTSTA=60000.5,1,0,0,0,45.0,10,20,6.0,22.5,4");
+  replies.insert(replies.end(), 10, wrong);
+  replies.push_back(simulator::Silence());
+  replies.push_back(simulator::Late("$MTSTA=60000.5,1,0,0,0,45.0,10,20,7.0,22.5,4", 400));
+  replies.push_back(wrong);
+  controller.AnswersInTurn("$MTSTA?", replies);
+  ASSERT_EQ(Start(), 1);
+
   double radec[2] = {};
-  controller.Answers("$MTSTA?", "$SYVER=1.00");
-  ASSERT_TRUE(Eventually([&] { return driver.GetPos(nullptr, radec) == 0; }, kSoon));
+  ASSERT_TRUE(controller.WaitForCount("$MTSTA?", kGoodPolls + 11, kSoonMs));
+  EXPECT_EQ(driver.GetPos(nullptr, radec), 1) << "ten polls have failed";
   EXPECT_THAT(radec, ElementsAre(90.0, 22.5));
-  controller.Status("60000.5,1,0,0,0,45.0,10,20,7.0,22.5,4");
+  EXPECT_EQ(controller.CountOf("$MTSTA?"), kGoodPolls + 11) << "that was too late";
+
+  ASSERT_TRUE(controller.WaitForCount("$MTSTA?", kGoodPolls + 12, kSoonMs));
+  EXPECT_EQ(driver.GetPos(nullptr, radec), 0) << "eleven polls have failed";
+  EXPECT_THAT(radec, ElementsAre(90.0, 22.5));
+  EXPECT_EQ(controller.CountOf("$MTSTA?"), kGoodPolls + 12) << "that was too late";
+
   EXPECT_TRUE(Eventually([&] { return driver.GetPos(nullptr, radec) == 1; }, kSoon));
   EXPECT_THAT(radec, ElementsAre(105.0, 22.5));
+  ASSERT_TRUE(controller.WaitForCount("$MTSTA?", kGoodPolls + 15, kSoonMs));
+  EXPECT_EQ(driver.GetPos(nullptr, radec), 1) << "the failed ones are counted anew";
 }
 
 TEST_F(Connection, KnowsThatTheControllerIsGone) {
