@@ -21,14 +21,23 @@ int32_t GetPos(const DriverLibrary& driver) {
 
 }  // namespace
 
+std::vector<int32_t> HostCall::Answers(bool inSession, Polled polled) const {
+  if (startsSession && inSession) return {0};
+  switch (polled) {
+    case Polled::kNever:
+      return {unpolledAnswer};
+    case Polled::kOnce:
+      return {answer};
+    default:
+      return {unpolledAnswer, answer};
+  }
+}
+
 std::vector<HostCall> AllHostCalls(const std::string& address) {
   using Driver = const DriverLibrary&;
-  const std::vector<int32_t> one = {1};
-  const std::vector<int32_t> flag = {0, 1};
-  const std::vector<int32_t> side = {-1, 0, 1};
-  const auto always = [](std::string name, std::function<int32_t(Driver)> call,
-                         const std::vector<int32_t>& answers) {
-    return HostCall{std::move(name), std::move(call), answers, answers};
+  constexpr int32_t one = 1;
+  const auto always = [](std::string name, std::function<int32_t(Driver)> call, int32_t answer) {
+    return HostCall{std::move(name), std::move(call), answer, answer};
   };
   return {
       always(
@@ -41,12 +50,11 @@ std::vector<HostCall> AllHostCalls(const std::string& address) {
           "Dialog", [](Driver d) { return d.Dialog(nullptr, 1); }, one),
       always(
           "End", [](Driver d) { return d.End(nullptr); }, one),
+      {"GetEastWest", [](Driver d) { return d.GetEastWest(nullptr); }, 0, -1},
+      {"GetParking", [](Driver d) { return d.GetParking(nullptr); }, 0, 1},
+      {"GetPos", GetPos, 1, 0},
       always(
-          "GetEastWest", [](Driver d) { return d.GetEastWest(nullptr); }, side),
-      always(
-          "GetParking", [](Driver d) { return d.GetParking(nullptr); }, flag),
-      always("GetPos", GetPos, flag),
-      always("GetSlewSpeedMax", [](Driver d) { return d.GetSlewSpeedMax(nullptr); }, {9}),
+          "GetSlewSpeedMax", [](Driver d) { return d.GetSlewSpeedMax(nullptr); }, 9),
       always(
           "GetStatus", [](Driver d) { return d.GetStatus(nullptr); }, one),
       always(
@@ -76,10 +84,8 @@ std::vector<HostCall> AllHostCalls(const std::string& address) {
       always(
           "SlewPulseDuration",
           [](Driver d) { return d.SlewPulseDuration(nullptr, 1, 1, 1, 1, 1.0, 1.0); }, one),
-      {"Start",
-       [&address](Driver d) { return d.Start(nullptr, address.c_str(), nullptr, 0); },
-       {1},
-       {0}},
+      {"Start", [&address](Driver d) { return d.Start(nullptr, address.c_str(), nullptr, 0); }, 1,
+       1, true},
       always(
           "Stop", [](Driver d) { return d.Stop(nullptr); }, one),
       always(
