@@ -9,6 +9,10 @@
 
 namespace {
 
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
 constexpr double kPatienceMs = 500.0;  // of an exchange
 constexpr double kSleepMs = 100.0;     // between two cycles
 constexpr double kWorkMs = 100.0;      // the journal's file, the thread's end
@@ -39,6 +43,8 @@ class EndDelay : public DriverTest {
 TEST_F(EndDelay, IsOnePollAndOneSleepWhenNothingIsQueued) {
   StartAndFallSilent();
   ExpectWithin(End("nothing to do"), kBegunMs);
+  EXPECT_THAT(Requests(), IsEmpty());
+  EXPECT_LE(controller.CountOf("$MTSTA?"), 1);
 }
 
 TEST_F(EndDelay, IsHalfASecondForEachGotoOfTheQueue) {
@@ -59,17 +65,27 @@ TEST_F(EndDelay, IsTwoExchangesBehindAStopThatEmptiesTheQueue) {
   const double tookMs = End("a stop");
   EXPECT_LE(controller.CountOf("$MTTGT="), 1) << "the one that was being taken";
   EXPECT_EQ(controller.CountOf("$MTSTP=1"), 1);
+  EXPECT_EQ(controller.CountOf("$MTMV2="), 1);
+  EXPECT_GE(tookMs, 2 * kPatienceMs - kSleepMs);
   ExpectWithin(tookMs, kBegunMs + 2 * kPatienceMs);
 }
 
-TEST_F(EndDelay, IsSixExchangesForSiteAndClock) {
+TEST_F(EndDelay, IsFiveExchangesForSiteAndClock) {
   const SiteTime time = {2024, 1, 15, 21, 7, 30.0, 9.0};
   const SiteLocation site = {35.681, 139.767, 40.0};
   StartAndFallSilent();
   driver.BaseSetting(nullptr, &time, &site);
   const double tookMs = End("site and clock");
-  EXPECT_TRUE(controller.Saw("$SYLOC="));
-  ExpectWithin(tookMs, kBegunMs + 6 * kPatienceMs);
+  // Site, clock, the start-up, since the clocks differ, and the site again; the clock is not asked
+  // for when the site is not answered. Before them comes the status, after the poll that was under
+  // way.
+  EXPECT_THAT(Requests(), ElementsAre(StartsWith("$SYLOC="), StartsWith("$SYLTM="),
+                                      StartsWith("$MTINI="), "$SYLOC?\r\n"));
+  const int polls = controller.CountOf("$MTSTA?");
+  EXPECT_GE(polls, 1);
+  EXPECT_LE(polls, 2);
+  EXPECT_GE(tookMs, 5 * kPatienceMs - kSleepMs);
+  ExpectWithin(tookMs, kBegunMs + 5 * kPatienceMs);
 }
 
 TEST_F(EndDelay, IsTheRestOfAPulse) {

@@ -28,8 +28,10 @@ std::string KeyOf(const std::string& line) {
 /// The wire of one session.
 class Session {
  public:
-  Session(std::vector<WireDatagram> wire, LinkHistory& history)
-      : wire_(std::move(wire)), history_(history) {}
+  /// @param cases outlives the session, as history does
+  Session(std::vector<WireDatagram> wire, double unclearMs, const std::vector<Unclear>& cases,
+          LinkHistory& history)
+      : wire_(std::move(wire)), unclearMs_(unclearMs), cases_(cases), history_(history) {}
 
   void Run() {
     history_.closed = false;
@@ -54,13 +56,26 @@ class Session {
       if (took) continue;
       const double passedMs = wire_[i].timeMs - sent.timeMs;
       history_.narrowMs = std::min(history_.narrowMs, std::abs(passedMs - kPatienceMs));
-      if (passedMs > kPatienceMs) continue;
+      const Unclear what = CaseOf(passedMs);
+      if (what == Unclear::kMissed) continue;
       took = true;
       exchange.endMs = wire_[i].timeMs;
       TakeOldest(exchange);
+      if (what == Unclear::kTakenSlow && !history_.closed) Fail(exchange, "TimeOut(1000)");
     }
     if (!took) Fail(exchange, "TimeOut");
     history_.exchanges.push_back(exchange);
+  }
+
+  /// @return what became of a datagram that came so long after the command; never kByTheClock
+  Unclear CaseOf(double passedMs) {
+    Unclear what = Unclear::kByTheClock;
+    if (std::abs(passedMs - kPatienceMs) < unclearMs_) {
+      const auto number = static_cast<size_t>(history_.unclear++);
+      if (number < cases_.size()) what = cases_[number];
+    }
+    if (what != Unclear::kByTheClock) return what;
+    return passedMs > kPatienceMs ? Unclear::kMissed : Unclear::kTaken;
   }
 
   void TakeOldest(ModelExchange& exchange) {
@@ -89,6 +104,8 @@ class Session {
   }
 
   const std::vector<WireDatagram> wire_;
+  const double unclearMs_;
+  const std::vector<Unclear>& cases_;
   LinkHistory& history_;
   std::deque<std::string> waiting_;  // arrived, not read
   std::string held_;                 // read, without a line end so far
@@ -128,7 +145,8 @@ std::optional<SkyPosition> PositionOf(const std::string& reply) {
 
 }  // namespace
 
-LinkHistory WhatTheLinkMade(const std::vector<WireDatagram>& log) {
+LinkHistory WhatTheLinkMade(const std::vector<WireDatagram>& log, double unclearMs,
+                            const std::vector<Unclear>& cases) {
   std::vector<std::string> peers;
   for (const WireDatagram& datagram : log) {
     const bool known = std::find(peers.begin(), peers.end(), datagram.peer) != peers.end();
@@ -139,9 +157,27 @@ LinkHistory WhatTheLinkMade(const std::vector<WireDatagram>& log) {
     std::vector<WireDatagram> wire;
     std::copy_if(log.begin(), log.end(), std::back_inserter(wire),
                  [&](const WireDatagram& datagram) { return datagram.peer == peer; });
-    Session(std::move(wire), history).Run();
+    Session(std::move(wire), unclearMs, cases, history).Run();
   }
   return history;
+}
+
+LinkHistory HistoryOfJournal(const std::vector<WireDatagram>& log, double unclearMs,
+                             const std::vector<JournalEntry>& journal) {
+  constexpr int kMostUnclear = 6;
+  const LinkHistory byTheClock = WhatTheLinkMade(log, unclearMs);
+  // Counts through all combinations, with a case for a digit.
+  std::vector<Unclear> cases(std::min(byTheClock.unclear, kMostUnclear), Unclear::kByTheClock);
+  for (;;) {
+    LinkHistory history = WhatTheLinkMade(log, unclearMs, cases);
+    if (history.failures == journal) return history;
+    size_t digit = 0;
+    for (; digit < cases.size(); ++digit) {
+      cases[digit] = Unclear{(static_cast<int>(cases[digit]) + 1) % kUnclearCases};
+      if (cases[digit] != Unclear::kByTheClock) break;
+    }
+    if (digit == cases.size()) return byTheClock;
+  }
 }
 
 std::vector<SkyPosition> PolledPositions(const LinkHistory& history) {

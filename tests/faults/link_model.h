@@ -31,10 +31,29 @@ struct LinkHistory {
   std::vector<double> failedMs;  ///< when the exchange of each failure was over
   bool closed = false;           ///< an empty datagram has closed the link of the last session
   double narrowMs = 1e9;  ///< how close to the end of the link's patience a datagram came or missed
+  int unclear = 0;  ///< how many datagrams came too close to it to tell whether they were taken
 };
 
-/// @param log of one session after the other, each with a port of its own
-LinkHistory WhatTheLinkMade(const std::vector<simulator::WireDatagram>& log);
+/// What became of a datagram that came so close to the end of the link's patience that the wire
+/// does not tell.
+enum class Unclear {
+  kByTheClock,  ///< as its time says
+  kMissed,      ///< too late: the exchange timed out, and the datagram waits for the next one
+  kTaken,       ///< just in time
+  kTakenSlow,   ///< in time, but the exchange took more than half a second, which is noted
+};
+constexpr int kUnclearCases = 4;
+
+/// @param log       of one session after the other, each with a port of its own
+/// @param unclearMs before and after the end of the patience, within which a datagram is unclear
+/// @param cases     what became of the unclear ones, in their order; the others by the clock
+LinkHistory WhatTheLinkMade(const std::vector<simulator::WireDatagram>& log, double unclearMs = 0.0,
+                            const std::vector<Unclear>& cases = {});
+
+/// Of the histories that a log leaves open, the one that made this journal.
+/// @return the history by the clock when there is none
+LinkHistory HistoryOfJournal(const std::vector<simulator::WireDatagram>& log, double unclearMs,
+                             const std::vector<JournalEntry>& journal);
 
 struct SkyPosition {
   double ra;   ///< degrees

@@ -65,6 +65,29 @@ TEST_F(Model, WaitsForHalfASecond) {
   EXPECT_DOUBLE_EQ(Made().narrowMs, 60.0);
 }
 
+TEST_F(Model, LetsTheJournalTellWhatBecameOfADatagramAtTheEndOfThePatience) {
+  In(0, "$A?");
+  Out(490, "$A=1\r\n");
+  In(510, "$B?");
+  Out(512, "$B=1\r\n");
+  const auto replies = [this](const std::vector<JournalEntry>& journal, double unclearMs) {
+    std::vector<std::string> lines;
+    for (const ModelExchange& exchange : HistoryOfJournal(log, unclearMs, journal).exchanges) {
+      lines.push_back(exchange.reply);
+    }
+    return lines;
+  };
+  const JournalEntry timeOut = {"$A?", "TimeOut"};
+  const JournalEntry slow = {"$A?", "TimeOut(1000)"};
+  const JournalEntry mismatch = {"$B?", "Return Value Mismatch"};
+  EXPECT_THAT(replies({}, 20), ElementsAre("$A=1", "$B=1"));
+  EXPECT_THAT(replies({slow}, 20), ElementsAre("$A=1", "$B=1"));
+  EXPECT_THAT(replies({timeOut, mismatch}, 20), ElementsAre("", "$A=1"));
+  EXPECT_EQ(HistoryOfJournal(log, 20, {slow}).failures, std::vector{slow});
+  EXPECT_THAT(HistoryOfJournal(log, 20, {timeOut}).failures, IsEmpty()) << "and no mismatch";
+  EXPECT_THAT(HistoryOfJournal(log, 10, {timeOut, mismatch}).failures, IsEmpty()) << "it is clear";
+}
+
 TEST_F(Model, KeepsBytesWithoutLineEndAndClosesAtAnEmptyDatagram) {
   In(0, "$A?");
   Out(1, "$A=");

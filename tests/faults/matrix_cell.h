@@ -23,6 +23,7 @@
 /// What a cell saw. Times are milliseconds; -1 for what did not take place.
 struct CellResult {
   std::vector<std::string> broken;  ///< what did not hold, a line for a person each
+  std::vector<std::string> late;    ///< the same of what has to hold within a time
   double machineDelayMs = 0.0;      ///< the longest one meanwhile
   double narrowMs = 0.0;            ///< how near to the end of the driver's patience a reply came
   double callMs = 0.0;              ///< the longest of all calls that have to return at once
@@ -47,11 +48,17 @@ class MatrixCell {
   CellResult Run();
 
  private:
+  /// Of order, journal and positions, which must hold on a busy machine as well.
   void Expect(bool holds, const std::string& what);
+  /// Of a time.
+  void ExpectInTime(bool holds, const std::string& what);
   /// @param limitMs for the driver; the machine's delay comes on top
   /// @param waits   what the driver waits for meanwhile; the delay is added once for each
   void ExpectWithin(double tookMs, double limitMs, const char* what, int waits = 1);
   double NowMs() const { return controller_.WireNowMs(); }
+  /// @return from when on a command that the controller got was sent after that moment: before, it
+  ///         may have been sent earlier and have waited for the machine.
+  double SurelyAfter(double ms) const { return ms + machine_.LongestMs(); }
   LinkHistory History() const { return WhatTheLinkMade(controller_.WireLog()); }
   /// Whether an empty datagram has closed the link, so that nothing is sent anymore.
   bool LinkIsClosed() const { return kind_ == FaultKind::kEmpty && History().closed; }

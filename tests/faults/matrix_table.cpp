@@ -35,7 +35,7 @@ void PrintHead(const char* title) {
 void MatrixTable::Add(FaultKind kind, Phase phase, const CellResult& result, int repeats) {
   Cell& cell = cells_[static_cast<int>(kind)][static_cast<int>(phase)];
   ++cell.run;
-  cell.held += result.broken.empty();
+  cell.held += result.broken.empty() && result.late.empty();
   cell.closedTooEarly += result.stopKept || result.queueCut;
   cell.failedStarts += result.failedStart;
   Longest& longest = longest_[static_cast<int>(phase)];

@@ -9,7 +9,7 @@
 
 class MatrixTable {
  public:
-  /// @param repeats how often the cell was run before because the machine was too busy
+  /// @param repeats how often the cell was run before and was late because the machine was busy
   void Add(FaultKind kind, Phase phase, const CellResult& result, int repeats);
   /// Prints nothing when no cell was added.
   void Print() const;
