@@ -5,8 +5,8 @@
 #include "res/string_ids.h"
 #include "tests/engine/debug_output_capture.h"
 #include "tests/engine/engine_fixture.h"
-#include "tests/support/after.h"
 #include "tests/protocol/vq_ctrl_probe.h"
+#include "tests/support/after.h"
 
 namespace {
 
@@ -355,9 +355,8 @@ TEST_F(Motion, NeitherPollsNorTakesRequestsBetweenPulses) {
   const std::vector<std::string> first =
       UpTo(After(controller.Commands(), "$MTCOM=0.000000,3.000000"), "$MTSTA?");
   ASSERT_EQ(first.size(), 4u);
-  EXPECT_THAT(first,
-              ElementsAre("$MTMV2=0.150000,0.000000,1.000000", "$MTMV2=0.150000,0.000000,-1.000000",
-                          "$ALINI=0", "$MTSTA?"));
+  EXPECT_THAT(first, ElementsAre("$MTMV2=0.150000,0.000000,1.000000",
+                                 "$MTMV2=0.150000,0.000000,-1.000000", "$ALINI=0", "$MTSTA?"));
   // The second one came when the first and its gap were over.
   double times[2] = {};
   for (const auto& datagram : controller.Received()) {

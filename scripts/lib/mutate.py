@@ -1,0 +1,187 @@
+# SPDX-License-Identifier: MIT
+"""Makes single changes to the product and reports those that no test notices; scripts/mutate is how
+a person calls it.
+
+Usage: mutate.py REPOSITORY [--jobs N] [--named] [--list] [--count N] [--seed N] [--rule NAME]
+                 [--native | --windows] [FOLDER|FILE...]
+"""
+import argparse
+import queue
+import random
+import re
+import sys
+import threading
+import time
+from pathlib import Path
+
+import mutations
+from mutation_lane import NATIVE, THREADS, WINDOWS, Lane, LaneError
+
+PLACES = ["engine", "net", "protocol", "util", "log"]
+UNBUILT, SURVIVED = "does not compile", "SURVIVED"
+# Of a change to these only the thread sanitizer shows for certain that it is one.
+ABOUT_THREADS = re.compile(r"Lock\b|lock_guard|unique_lock|std::atomic|memory_order")
+# What runs under it: see scripts/test.
+THREADED_PROGRAMS = ("engine_tests", "framework_tests", "log_tests", "net_tests", "platform_tests",
+                     "simulator_tests")
+
+
+def parse_arguments():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("repository", type=Path)
+    parser.add_argument("places", nargs="*")
+    for flag in ("--named", "--list", "--native", "--windows"):
+        parser.add_argument(flag, action="store_true")
+    parser.add_argument("--jobs", type=int, default=2)
+    parser.add_argument("--count", type=int)
+    parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--rule", action="append", default=[])
+    arguments = parser.parse_intermixed_args()
+    arguments.repository = arguments.repository.resolve()
+    return arguments
+
+
+class Coverage:
+    """Which tests cover which file; scripts/mutate.d/programs.txt."""
+
+    def __init__(self, path, presets):
+        self.rows = {}
+        self.presets = presets
+        for _, line in mutations.content_lines(path):
+            folder, native, windows = (cell.strip() for cell in line.split("|"))
+            split = lambda cell: [] if cell == "-" else cell.split()
+            self.rows[folder] = {NATIVE: split(native), WINDOWS: split(windows)}
+
+    def of(self, change):
+        """@return the (preset, pattern) to try, in this order"""
+        rows = [folder for folder in self.rows if change.file.startswith(folder + "/")]
+        row = dict(self.rows[max(rows, key=len)]) if rows else {}
+        if ABOUT_THREADS.search("\n".join(change.before)):
+            row[THREADS] = [name for name in row.get(NATIVE, []) if name in THREADED_PROGRAMS]
+        return [(preset, pattern) for preset in self.presets for pattern in row.get(preset, [])]
+
+
+def choose_changes(root, arguments):
+    lists = root / "scripts" / "mutate.d"
+    places = arguments.places or (list(mutations.FOLDERS) if arguments.named else PLACES)
+    files = mutations.files_of(root, places)
+    if arguments.named:
+        changes = mutations.named_changes(root, lists / "named.txt")
+        changes, left_out = [change for change in changes if change.file in files], 0
+    else:
+        rules = mutations.read_rules(lists / "rules.txt")
+        unknown = set(arguments.rule) - {rule.name for rule in rules}
+        if unknown:
+            raise mutations.ListError("no such rule: " + ", ".join(sorted(unknown)))
+        if arguments.rule:
+            rules = [rule for rule in rules if rule.name in arguments.rule]
+        changes = mutations.rule_changes(root, rules, files)
+        changes, left_out = mutations.without_equivalent(changes, lists / "equivalent.txt")
+    if arguments.count is not None and arguments.count < len(changes):
+        chosen = random.Random(arguments.seed).sample(range(len(changes)), arguments.count)
+        changes = [changes[index] for index in sorted(chosen)]
+    return changes, left_out
+
+
+class Run:
+    def __init__(self, root, coverage, changes, report):
+        self.root = root
+        self.coverage = coverage
+        self.report_file = report
+        self.changes = queue.Queue()
+        for change in changes:
+            self.changes.put(change)
+        self.total = len(changes)
+        self.lock = threading.Lock()
+        self.results = []  # (change, result, by what)
+        self.error = None
+
+    def say(self, text):
+        with self.lock:
+            print(text, flush=True)
+            print(text, file=self.report_file, flush=True)
+
+    def try_change(self, lane, change):
+        source = (lane.folder / change.file).read_text()
+        try:
+            for preset, pattern in self.coverage.of(change):
+                if not lane.is_ready(preset, pattern):
+                    lane.write(change.file, source)
+                    lane.make_ready(preset, pattern)
+                lane.write(change.file, change.applied(source))
+                failure = lane.noticed(preset, pattern)
+                if failure is None:
+                    return UNBUILT, ""
+                if failure:
+                    return "noticed", failure if preset == NATIVE else f"{failure} in {preset}"
+            return SURVIVED, ""
+        finally:
+            lane.write(change.file, source)
+
+    def work(self, lane):
+        try:
+            lane.refresh()
+            while self.error is None:
+                change = self.changes.get_nowait()
+                began = time.monotonic()
+                result, by = self.try_change(lane, change)
+                with self.lock:
+                    self.results.append((change, result, by))
+                    done = len(self.results)
+                took = time.monotonic() - began
+                text = change.shown() if result == SURVIVED else str(change)
+                self.say(f"[{done}/{self.total}] {result} {by} ({took:.0f} s): {text}")
+        except queue.Empty:
+            pass
+        except Exception as error:  # the other lanes end, too
+            self.error = error
+
+    def run(self, jobs):
+        threads = [threading.Thread(target=self.work, args=(Lane(self.root, index),))
+                   for index in range(min(jobs, self.total))]
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+        if self.error is not None:
+            raise self.error
+
+    def print_summary(self, left_out):
+        survivors = [change for change, result, _ in self.results if result == SURVIVED]
+        unbuilt = sum(result == UNBUILT for _, result, _ in self.results)
+        self.say("")
+        for change in sorted(survivors, key=lambda change: (change.file, change.begin)):
+            self.say(change.shown())
+        self.say(f"{len(self.results)} changes: {len(self.results) - unbuilt - len(survivors)} noticed, "
+                 f"{unbuilt} did not compile, {len(survivors)} survived; {left_out} known to make no "
+                 "difference were left out")
+        return len(survivors)
+
+
+def main():
+    arguments = parse_arguments()
+    root = arguments.repository
+    presets = [NATIVE, THREADS, WINDOWS]
+    if arguments.native or arguments.windows:
+        presets = [NATIVE, THREADS] * arguments.native + [WINDOWS] * arguments.windows
+    coverage = Coverage(root / "scripts" / "mutate.d" / "programs.txt", presets)
+    try:
+        changes, left_out = choose_changes(root, arguments)
+        changes = [change for change in changes if coverage.of(change)]
+        if arguments.list:
+            for change in changes:
+                print(change.shown())
+            print(f"{len(changes)} changes")
+            return 0
+        (root / "build" / "mutate").mkdir(parents=True, exist_ok=True)
+        with open(root / "build" / "mutate" / "report.txt", "w") as report:
+            run = Run(root, coverage, changes, report)
+            run.run(arguments.jobs)
+            return 1 if run.print_summary(left_out) else 0
+    except (mutations.ListError, LaneError) as error:
+        print(f"mutate: {error}", file=sys.stderr)
+        return 2
+
+
+if __name__ == "__main__":
+    sys.exit(main())
