@@ -15,13 +15,14 @@ import time
 from pathlib import Path
 
 import mutations
-from mutation_lane import NATIVE, THREADS, WINDOWS, Lane, LaneError
+from mutation_lane import MEMORY, NATIVE, THREADS, WINDOWS, Lane, LaneError
 
 PLACES = ["engine", "net", "protocol", "util", "log"]
 UNBUILT, SURVIVED = "does not compile", "SURVIVED"
-# Of a change to these only the thread sanitizer shows for certain that it is one.
+# A change to these may show under a sanitizer only.
 ABOUT_THREADS = re.compile(r"Lock\b|lock_guard|unique_lock|std::atomic|memory_order")
-# What runs under it: see scripts/test.
+ABOUT_MEMORY = re.compile(r"free\(|alloc\(|\bdelete\b|\bnew\b|\.reset\(|\bmem(move|cpy|chr)\b")
+# What runs under the thread sanitizer: see scripts/test.
 THREADED_PROGRAMS = ("engine_tests", "framework_tests", "log_tests", "net_tests", "platform_tests",
                      "simulator_tests")
 
@@ -56,7 +57,10 @@ class Coverage:
         """@return the (preset, pattern) to try, in this order"""
         rows = [folder for folder in self.rows if change.file.startswith(folder + "/")]
         row = dict(self.rows[max(rows, key=len)]) if rows else {}
-        if ABOUT_THREADS.search("\n".join(change.before)):
+        lines = "\n".join(change.before)
+        if ABOUT_MEMORY.search(lines):
+            row[MEMORY] = row.get(NATIVE, [])
+        if ABOUT_THREADS.search(lines):
             row[THREADS] = [name for name in row.get(NATIVE, []) if name in THREADED_PROGRAMS]
         return [(preset, pattern) for preset in self.presets for pattern in row.get(preset, [])]
 
@@ -66,7 +70,7 @@ def choose_changes(root, arguments):
     places = arguments.places or (list(mutations.FOLDERS) if arguments.named else PLACES)
     files = mutations.files_of(root, places)
     if arguments.named:
-        changes = mutations.named_changes(root, lists / "named.txt")
+        changes = mutations.listed_changes(root, lists / "named.txt")
         changes, left_out = [change for change in changes if change.file in files], 0
     else:
         rules = mutations.read_rules(lists / "rules.txt")
@@ -76,7 +80,7 @@ def choose_changes(root, arguments):
         if arguments.rule:
             rules = [rule for rule in rules if rule.name in arguments.rule]
         changes = mutations.rule_changes(root, rules, files)
-        changes, left_out = mutations.without_equivalent(changes, lists / "equivalent.txt")
+        changes, left_out = mutations.without_equivalent(root, changes, lists / "equivalent.txt")
     if arguments.count is not None and arguments.count < len(changes):
         chosen = random.Random(arguments.seed).sample(range(len(changes)), arguments.count)
         changes = [changes[index] for index in sorted(chosen)]
@@ -161,9 +165,9 @@ class Run:
 def main():
     arguments = parse_arguments()
     root = arguments.repository
-    presets = [NATIVE, THREADS, WINDOWS]
+    presets = [NATIVE, MEMORY, THREADS, WINDOWS]
     if arguments.native or arguments.windows:
-        presets = [NATIVE, THREADS] * arguments.native + [WINDOWS] * arguments.windows
+        presets = presets[:-1] * arguments.native + [WINDOWS] * arguments.windows
     coverage = Coverage(root / "scripts" / "mutate.d" / "programs.txt", presets)
     try:
         changes, left_out = choose_changes(root, arguments)

@@ -8,7 +8,7 @@ import signal
 import subprocess
 import time
 
-NATIVE, THREADS, WINDOWS = "native", "native-tsan", "windows-x64"
+NATIVE, MEMORY, THREADS, WINDOWS = "native", "native-asan", "native-tsan", "windows-x64"
 SHARDS = 3  # of a native test program: its tests wait most of their time
 MEMORY_LIMIT = 4 << 30  # bytes, of a native program that a change has made greedy
 FILE_LIMIT = 2 << 30
@@ -125,7 +125,7 @@ class Lane:
         build = self.build_folder(preset)
         build.mkdir(parents=True, exist_ok=True)
         # A change may leave a variable unused, which is no reason not to build it.
-        quiet = "-w -g1" if preset == THREADS else "-w"
+        quiet = "-w -g1" if preset in (MEMORY, THREADS) else "-w"
         arguments = ["cmake", "--preset", preset, f"-DCMAKE_CXX_FLAGS={quiet}",
                      "-DVELQUIN_BUILD_BENCH=OFF"]
         good, output = Command(arguments, build / "configure.log", self.folder).wait(deadline())

@@ -142,7 +142,7 @@ def find_lines(source, lines):
     return [match.span(1) for match in re.finditer(rf"^[ \t]*({pattern})$", source, re.MULTILINE)]
 
 
-def named_changes(root, path):
+def listed_changes(root, path):
     changes = []
     for entry in read_list(path):
         file = root / entry.file
@@ -183,8 +183,11 @@ def rule_changes(root, rules, files):
     return changes
 
 
-def without_equivalent(changes, path):
+def without_equivalent(root, changes, path):
     """@return (the others, how many were left out)"""
-    known = {(entry.file, entry.before, entry.after) for entry in read_list(path)}
-    others = [change for change in changes if (change.file, change.before, change.after) not in known]
+    outcome = lambda change: (change.file, re.sub(r"\s+", " ", change.applied(sources[change.file])))
+    known = listed_changes(root, path)
+    sources = {change.file: (root / change.file).read_text() for change in changes + known}
+    outcomes = {outcome(change) for change in known}
+    others = [change for change in changes if outcome(change) not in outcomes]
     return others, len(changes) - len(others)
