@@ -15,7 +15,7 @@ import time
 from pathlib import Path
 
 import mutations
-from mutation_lane import MEMORY, NATIVE, THREADS, WINDOWS, Lane, LaneError
+from mutation_lane import MEMORY, NATIVE, THREADS, WINDOWS, Command, Lane, LaneError
 
 PLACES = ["engine", "net", "protocol", "util", "log"]
 UNBUILT, SURVIVED = "does not compile", "SURVIVED"
@@ -129,6 +129,8 @@ class Run:
                 change = self.changes.get_nowait()
                 began = time.monotonic()
                 result, by = self.try_change(lane, change)
+                if self.error is not None:
+                    break
                 with self.lock:
                     self.results.append((change, result, by))
                     done = len(self.results)
@@ -145,8 +147,14 @@ class Run:
                    for index in range(min(jobs, self.total))]
         for thread in threads:
             thread.start()
-        for thread in threads:
-            thread.join()
+        try:
+            for thread in threads:
+                thread.join()
+        except KeyboardInterrupt:
+            self.error = LaneError("interrupted")
+            Command.end_all()
+            for thread in threads:
+                thread.join()
         if self.error is not None:
             raise self.error
 
@@ -180,8 +188,11 @@ def main():
         (root / "build" / "mutate").mkdir(parents=True, exist_ok=True)
         with open(root / "build" / "mutate" / "report.txt", "w") as report:
             run = Run(root, coverage, changes, report)
-            run.run(arguments.jobs)
-            return 1 if run.print_summary(left_out) else 0
+            try:
+                run.run(arguments.jobs)
+            finally:
+                survivors = run.print_summary(left_out)
+            return 1 if survivors else 0
     except (mutations.ListError, LaneError) as error:
         print(f"mutate: {error}", file=sys.stderr)
         return 2

@@ -36,6 +36,7 @@ def limited(native):
 
 class Command:
     """A process group with its output in a file; ended as a whole when its time is over."""
+    running = set()
 
     def __init__(self, arguments, log, folder, environment=None, native=False):
         self.log = open(log, "w+", errors="replace")
@@ -43,6 +44,7 @@ class Command:
             [str(argument) for argument in arguments], cwd=folder, stdin=subprocess.DEVNULL,
             stdout=self.log, stderr=subprocess.STDOUT, start_new_session=True,
             env=dict(os.environ, **(environment or {})), preexec_fn=limited(native))
+        Command.running.add(self)
 
     def wait(self, deadline):
         """@return (whether it ended with 0, its output); None for the first when it had to be ended"""
@@ -62,6 +64,13 @@ class Command:
         except ProcessLookupError:
             pass
         self.process.wait()
+        Command.running.discard(self)
+
+    @staticmethod
+    def end_all():
+        """Of all lanes."""
+        for command in list(Command.running):
+            os.killpg(command.process.pid, signal.SIGKILL)
 
 
 def failed_tests(output):

@@ -12,6 +12,8 @@ PAREN = r"[^()]*"
 for _ in range(3):
     PAREN = rf"(?:[^()]|\({PAREN}\))*"
 
+ANY_CHANGE = "*"  # in the list of those that make no difference, in place of the changed lines
+
 LITERAL = r'"(?:\\.|[^"\\\n])*"'
 NOT_CODE = re.compile(
     rf"//[^\n]*|/\*.*?\*/|^[ \t]*#[^\n]*(?<!\\)(?:(?<=\\)\n[^\n]*)*|{LITERAL}|"
@@ -188,6 +190,13 @@ def without_equivalent(root, changes, path):
     outcome = lambda change: (change.file, re.sub(r"\s+", " ", change.applied(sources[change.file])))
     known = listed_changes(root, path)
     sources = {change.file: (root / change.file).read_text() for change in changes + known}
+    any_change = [change for change in known if change.text == ANY_CHANGE]
     outcomes = {outcome(change) for change in known}
-    others = [change for change in changes if outcome(change) not in outcomes]
+
+    def differs(change):
+        return outcome(change) not in outcomes and not any(
+            lines.file == change.file and lines.begin <= change.begin and change.end <= lines.end
+            for lines in any_change)
+
+    others = [change for change in changes if differs(change)]
     return others, len(changes) - len(others)
