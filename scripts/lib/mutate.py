@@ -6,6 +6,7 @@ Usage: mutate.py REPOSITORY [--jobs N] [--named] [--list] [--count N] [--seed N]
                  [--native | --windows] [FOLDER|FILE...]
 """
 import argparse
+import fcntl
 import queue
 import random
 import re
@@ -170,6 +171,13 @@ class Run:
         return len(survivors)
 
 
+def only_one(lock):
+    try:
+        fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+    except BlockingIOError:
+        raise LaneError("another scripts/mutate is at work in this checkout") from None
+
+
 def main():
     arguments = parse_arguments()
     root = arguments.repository
@@ -185,8 +193,11 @@ def main():
                 print(change.shown())
             print(f"{len(changes)} changes")
             return 0
-        (root / "build" / "mutate").mkdir(parents=True, exist_ok=True)
-        with open(root / "build" / "mutate" / "report.txt", "w") as report:
+        work = root / "build" / "mutate"
+        work.mkdir(parents=True, exist_ok=True)
+        with open(work / "lock", "w") as lock, open(work / "report.txt", "a") as report:
+            only_one(lock)
+            report.truncate(0)
             run = Run(root, coverage, changes, report)
             try:
                 run.run(arguments.jobs)
