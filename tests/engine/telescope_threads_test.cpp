@@ -3,7 +3,10 @@
 // thread sanitizer (preset native-tsan), too.
 #include <atomic>
 #include <functional>
+#include <string>
+#include <string_view>
 #include <thread>
+#include <vector>
 
 #include "tests/engine/engine_fixture.h"
 
@@ -33,6 +36,7 @@ class Threads : public EngineTest {
   struct LinksSeen {
     int checks = 0;
     int sessions = 0;
+    int samePort = 0;                // as the link before
     std::vector<std::string> mixed;  // what neither of the two sends
   };
   // What came in from one port after the other, told apart.
@@ -47,15 +51,20 @@ class Threads : public EngineTest {
       for (; i < received.size() && received[i].fromPort == port; ++i) {
         if (received[i].text != "$MTSTA?") commands += received[i].text + " ";
       }
-      if (commands == kHandshake) {
-        ++seen.checks;
-      } else if (commands == std::string(kHandshake) + kStart) {
-        ++seen.sessions;
-      } else {
-        seen.mixed.push_back(commands);
+      --seen.samePort;
+      std::string_view rest = commands;
+      while (TakeFrom(rest, kHandshake)) {
+        ++seen.samePort;
+        ++(TakeFrom(rest, kStart) ? seen.sessions : seen.checks);
       }
+      if (!rest.empty()) seen.mixed.push_back(commands);
     }
     return seen;
+  }
+  static bool TakeFrom(std::string_view& text, std::string_view begin) {
+    if (!text.starts_with(begin)) return false;
+    text.remove_prefix(begin.size());
+    return true;
   }
 
   std::vector<std::thread> callers;
@@ -124,6 +133,7 @@ TEST_F(Threads, MayStartCheckAndEndAtOnce) {
   EXPECT_EQ(wrongVersions, 0);
   const LinksSeen seen = Links();
   EXPECT_THAT(seen.mixed, testing::IsEmpty());
+  EXPECT_LE(seen.samePort, 1) << "by chance once in some hundred runs; always, if left open";
   EXPECT_EQ(seen.sessions, started);
   EXPECT_LE(seen.checks, checked) << "a check that was sent was answered";
   // The engine is as good as new.
