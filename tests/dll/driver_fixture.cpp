@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/dll/driver_fixture.h"
 
-#include <algorithm>
-#include <future>
-
 #include "tests/support/after.h"
 #include "tests/support/window_messages.h"
 
