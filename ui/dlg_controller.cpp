@@ -3,6 +3,7 @@
 
 #include "engine/telescope.h"
 #include "framework/base/message_box.h"
+#include "framework/base/text_language.h"
 #include "framework/win/data_exchange.h"
 #include "res/resource_ids.h"
 #include "res/string_ids.h"
@@ -27,7 +28,10 @@ END_MESSAGE_MAP()
 
 CDlgController::CDlgController(CTelescope* newEngine, const CString& vendor, const CString& title,
                                HWND parent)
-    : COrlDialog(IDD_CONTROLLER, parent), engine(newEngine), vendorText(vendor), titleText(title) {}
+    : COrlDialog(AfxTextResource(IDD_CONTROLLER), parent),
+      engine(newEngine),
+      vendorText(vendor),
+      titleText(title) {}
 
 // While this is still the dialog: a message that comes in as the window goes must not meet a
 // half-destroyed object.

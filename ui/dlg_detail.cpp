@@ -2,13 +2,14 @@
 #include "ui/dlg_detail.h"
 
 #include "engine/telescope.h"
+#include "framework/base/text_language.h"
 #include "framework/win/data_exchange.h"
 #include "res/resource_ids.h"
 
 BEGIN_MESSAGE_MAP(CDlgDetail, COrlDialog)
 END_MESSAGE_MAP()
 
-CDlgDetail::CDlgDetail(HWND parent) : COrlDialog(IDD_DETAIL, parent) {}
+CDlgDetail::CDlgDetail(HWND parent) : COrlDialog(AfxTextResource(IDD_DETAIL), parent) {}
 
 void CDlgDetail::DoDataExchange(CDataExchange* exchange) {
   COrlDialog::DoDataExchange(exchange);

@@ -21,5 +21,8 @@ inline constexpr LONG kMessageLineLimit = 600;  // pixels
 /// Lays a message out.
 /// @param byteWidth pixels of one byte by itself; a double-byte character counts as two
 /// @param minimumWidth pixels
+/// @param utf8Width given when the message is in UTF-8, whose bytes have no widths: pixels of one
+///        character
 MessageText LayOutMessage(const CString& message, const std::function<LONG(char)>& byteWidth,
-                          LONG minimumWidth);
+                          LONG minimumWidth,
+                          const std::function<LONG(const CString&)>& utf8Width = nullptr);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/orl_message_box.h"
 
+#include "framework/base/text_language.h"
 #include "framework/base/win_app.h"
 #include "res/resource_ids.h"
 #include "ui/message_text.h"
@@ -12,6 +13,16 @@ constexpr UINT kButtonBits = 0x0F;
 constexpr UINT kDefaultBits = 0xF00;
 
 constexpr UINT kButtonIds[] = {IDOK, IDCANCEL, IDC_MESSAGE_BUTTON3};
+
+// What the template does not say: a question's answers.
+struct ButtonTexts {
+  LPCWSTR yes;
+  LPCWSTR no;
+  LPCWSTR cancel;
+};
+
+constexpr ButtonTexts kJapaneseButtons = {L"はい(&Y)", L"いいえ(&N)", L"キャンセル"};
+constexpr ButtonTexts kEnglishButtons = {L"&Yes", L"&No", L"Cancel"};
 
 // An icon of the system and the sound that goes with it. Every kind but questions and information
 // gets the exclamation mark.
@@ -40,7 +51,7 @@ ON_WM_SHOWWINDOW()
 END_MESSAGE_MAP()
 
 COrlMessageBox::COrlMessageBox(HWND parent, LPCSTR message, UINT style)
-    : COrlDialog(IDD_MESSAGE_BOX, parent), text(message), type(style) {}
+    : COrlDialog(AfxTextResource(IDD_MESSAGE_BOX), parent), text(message), type(style) {}
 
 INT_PTR COrlMessageBox::DoModal() {
   if (COrlDialog::DoModal() == -1) return IDCANCEL;
@@ -90,11 +101,13 @@ void COrlMessageBox::LabelButtons() {
       buttonCount = 3;
       break;
   }
+  const bool japanese = AfxTextLanguage() == TextLanguage::kJapanese;
+  const ButtonTexts& texts = japanese ? kJapaneseButtons : kEnglishButtons;
   if (IsYesNo()) {
-    ::SetWindowTextW(buttons[0].m_hWnd, L"はい(&Y)");
-    ::SetWindowTextW(buttons[1].m_hWnd, L"いいえ(&N)");
+    ::SetWindowTextW(buttons[0].m_hWnd, texts.yes);
+    ::SetWindowTextW(buttons[1].m_hWnd, texts.no);
   }
-  if ((type & kButtonBits) == MB_YESNOCANCEL) ::SetWindowTextW(buttons[2].m_hWnd, L"キャンセル");
+  if ((type & kButtonBits) == MB_YESNOCANCEL) ::SetWindowTextW(buttons[2].m_hWnd, texts.cancel);
   for (int i = buttonCount; i < 3; ++i)
     ::ShowWindow(buttons[static_cast<size_t>(i)].m_hWnd, SW_HIDE);
 }
@@ -122,7 +135,11 @@ void COrlMessageBox::SizeToText() {
   const auto font = reinterpret_cast<HFONT>(::SendMessageA(control, WM_GETFONT, 0, 0));
   const CSelectedObject selected(dc, font);
   const auto byteWidth = [&](char byte) { return dc.GetTextExtent(&byte, 1).cx; };
-  const MessageText layout = LayOutMessage(text, byteWidth, before.Width());
+  std::function<LONG(const CString&)> utf8Width;
+  if (::GetACP() == CP_UTF8) {
+    utf8Width = [&](const CString& part) { return dc.GetTextExtent(part, part.GetLength()).cx; };
+  }
+  const MessageText layout = LayOutMessage(text, byteWidth, before.Width(), utf8Width);
   const LONG height = layout.lines * dc.GetTextMetrics().tmHeight;
   ::MoveWindow(control, before.left, before.top, layout.width, height, TRUE);
   ::SetWindowTextA(control, layout.text);

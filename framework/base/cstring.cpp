@@ -9,6 +9,7 @@
 #include "framework/base/exceptions.h"
 #include "framework/base/format.h"
 #include "framework/base/string_manager.h"
+#include "framework/base/text_language.h"
 #include "platform/text_class.h"
 #include "platform/user_notice.h"
 
@@ -193,7 +194,7 @@ void CString::FormatV(const char* format, va_list arguments) {
 
 BOOL CString::LoadString(UINT id) {
   char text[512];
-  const int length = platform::LoadStringResource(id, text, sizeof text);
+  const int length = platform::LoadStringResource(AfxTextResource(id), text, sizeof text);
   *this = CString(text, length);
   return length > 0;
 }

@@ -81,8 +81,9 @@ class CString {
   void Format(const char* format, ...) __attribute__((format(printf, 2, 3)));
   void FormatV(const char* format, va_list arguments);
 
-  /// Reads the library's string table. @return FALSE, and the string empty, when there is no such
-  /// id.
+  /// Reads the library's string table. @param id the Japanese text's number; the text comes in the
+  /// language of this load (text_language.h). @return FALSE, and the string empty, when there is no
+  /// such id.
   BOOL LoadString(UINT id);
 
  private:

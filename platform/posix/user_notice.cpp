@@ -16,6 +16,7 @@ struct TableString {
 const TableString stringTable[] = {
 #define VELQUIN_STRING(id, text) {id, text},
 #include "res/strings.inc"
+#include "res/strings_english.inc"
 #undef VELQUIN_STRING
 };
 
