@@ -1,6 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "framework/win/dc.h"
 
+#include <string>
+
+namespace {
+
+// Drawing takes narrow texts for the code page of the selected font, which is not UTF-8 where only
+// this process has that as its code page; so such texts are handed over wide.
+bool TextsAreUtf8() {
+  return ::GetACP() == CP_UTF8;
+}
+
+std::wstring WideFromUtf8(const char* text, int length) {
+  std::wstring wide(static_cast<size_t>(length), L'\0');  // has no more units than that
+  const int size = ::MultiByteToWideChar(CP_UTF8, 0, text, length, wide.data(), length);
+  wide.resize(static_cast<size_t>(size));
+  return wide;
+}
+
+}  // namespace
+
 void CDC::FillSolidRect(const RECT& rect, COLORREF colour) {
   // An opaque text background of no text: fills without making a brush.
   const COLORREF before = SetBkColor(colour);
@@ -22,11 +41,20 @@ int CDC::IntersectClipRect(const RECT& rect) {
 }
 
 int CDC::DrawText(const CString& text, RECT& rect, UINT format) {
+  if (TextsAreUtf8()) {
+    const std::wstring wide = WideFromUtf8(text.GetString(), text.GetLength());
+    return ::DrawTextW(m_hDC, wide.c_str(), static_cast<int>(wide.size()), &rect, format);
+  }
   return ::DrawTextA(m_hDC, text.GetString(), text.GetLength(), &rect, format);
 }
 
 CSize CDC::GetTextExtent(const char* text, int length) const {
   CSize size;
+  if (TextsAreUtf8()) {
+    const std::wstring wide = WideFromUtf8(text, length);
+    ::GetTextExtentPoint32W(m_hDC, wide.c_str(), static_cast<int>(wide.size()), &size);
+    return size;
+  }
   ::GetTextExtentPoint32A(m_hDC, text, length, &size);
   return size;
 }

@@ -4,22 +4,13 @@
 
 #include <cstring>
 
+#include "tests/ui/expected_controls.h"
 #include "tests/ui/open_controller.h"
 #include "ui/dlg_detail.h"
 
 namespace {
 
 using namespace ui_test;
-
-// What a template says about a control, in dialog units.
-struct Expected {
-  int id;
-  const wchar_t* text;
-  int x, y, width, height;
-  DWORD style;  // without WS_CHILD, WS_VISIBLE and what the state changes
-};
-
-constexpr DWORD kState = WS_CHILD | WS_VISIBLE | WS_DISABLED;
 
 // The system's edit control takes its border style off when it is made, so the template is asked.
 int CountOfStyle(int templateId, DWORD style) {
@@ -29,40 +20,6 @@ int CountOfStyle(int templateId, DWORD style) {
   for (DWORD at = 0; at + sizeof style <= SizeofResource(nullptr, found); at += 2)
     count += std::memcmp(bytes + at, &style, sizeof style) == 0 ? 1 : 0;
   return count;
-}
-
-std::vector<HWND> ChildrenOf(HWND dialog) {
-  std::vector<HWND> children;
-  for (HWND at = GetWindow(dialog, GW_CHILD); at != nullptr; at = GetWindow(at, GW_HWNDNEXT))
-    children.push_back(at);
-  return children;
-}
-
-void ExpectControls(HWND dialog, const std::vector<Expected>& expected) {
-  const std::vector<HWND> children = ChildrenOf(dialog);
-  ASSERT_EQ(children.size(), expected.size());
-  for (size_t i = 0; i < expected.size(); ++i) {
-    const Expected& each = expected[i];
-    SCOPED_TRACE(i);
-    EXPECT_EQ(static_cast<short>(GetDlgCtrlID(children[i])), each.id);
-    EXPECT_EQ(TextOf(children[i]), each.text);
-    EXPECT_EQ(PlaceOf(children[i]),
-              FromDialogUnits(dialog, each.x, each.y, each.width, each.height));
-    const auto style = static_cast<DWORD>(GetWindowLongW(children[i], GWL_STYLE));
-    EXPECT_EQ(style & ~kState, each.style) << std::hex << style;
-  }
-}
-
-void ExpectFont(HWND dialog, const wchar_t* face, LONG weight) {
-  LOGFONTW font = {};
-  const auto handle = reinterpret_cast<HFONT>(SendMessageW(dialog, WM_GETFONT, 0, 0));
-  ASSERT_NE(GetObjectW(handle, sizeof font, &font), 0);
-  HDC screen = GetDC(nullptr);
-  const int height = -MulDiv(9, GetDeviceCaps(screen, LOGPIXELSY), 72);
-  ReleaseDC(nullptr, screen);
-  EXPECT_STREQ(font.lfFaceName, face);
-  EXPECT_EQ(font.lfHeight, height);
-  EXPECT_EQ(font.lfWeight, weight);
 }
 
 DWORD WindowStyle(HWND window) {

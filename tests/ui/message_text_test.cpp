@@ -88,4 +88,34 @@ TEST(MessageTextTest, ADoubleByteCharacterIsMeasuredAsTwoBytesAndNeverTornApart)
   EXPECT_EQ(Text(shifted), "x" + text.substr(0, 58) + "\n" + text.substr(58) + "\n");
 }
 
+// A character of UTF-8 is 12 pixels wide, whatever its bytes.
+MessageText LayOutUtf8(const std::u8string& text) {
+  const auto twelve = [](const CString&) { return LONG{12}; };
+  const CString narrow(reinterpret_cast<const char*>(text.c_str()));
+  return LayOutMessage(narrow, &Ten, 0, twelve);
+}
+
+TEST(MessageTextTest, Utf8IsMeasuredCharacterByCharacterAndNeverTornApart) {
+  std::u8string fitting;
+  for (int i = 0; i < 50; ++i) fitting += u8"北";
+  const MessageText line = LayOutUtf8(fitting);
+  EXPECT_EQ(line.width, 600);
+  EXPECT_EQ(line.lines, 1);
+  EXPECT_EQ(Text(line), reinterpret_cast<const char*>((fitting + u8"\n").c_str()));
+  const MessageText broken = LayOutUtf8(fitting + u8"aé😀");
+  EXPECT_EQ(broken.width, 600);
+  EXPECT_EQ(broken.lines, 2);
+  EXPECT_EQ(Text(broken), reinterpret_cast<const char*>((fitting + u8"\naé😀\n").c_str()));
+}
+
+TEST(MessageTextTest, Utf8ThatEndsInsideOfACharacterIsKept) {
+  const auto twelve = [](const CString&) { return LONG{12}; };
+  EXPECT_EQ(Text(LayOutMessage("a\xE5\x8C", &Ten, 0, twelve)), "a\xE5\x8C\n");
+  EXPECT_EQ(Text(LayOutMessage("\x8C\x97"
+                               "b",
+                               &Ten, 0, twelve)),
+            "\x8C\x97"
+            "b\n");
+}
+
 }  // namespace
