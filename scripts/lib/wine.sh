@@ -26,7 +26,7 @@ WINEPREFIX+=${VELQUIN_WINE_LANE:+-$VELQUIN_WINE_LANE} # set by scripts/wine-lane
 wine_loader=/usr/lib/wine/wine64
 wine_server=/usr/lib/wine/wineserver64
 # Raise it when wine-prefix changes what it puts into a prefix.
-wine_prefix_version=1
+wine_prefix_version=2
 wine_prefix_stamp=$WINEPREFIX/velquin-prefix-$wine_prefix_version
 
 # Put before a command that starts Wine: "${wine_env[@]}" COMMAND. The shell itself must not have

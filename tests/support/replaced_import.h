@@ -39,13 +39,16 @@ inline bool ReplaceImport(HMODULE module, const std::string& function, void* sta
   return VirtualProtect(slot, sizeof *slot, protection, &protection) != FALSE;
 }
 
-/// A stand-in for as long as the object lives. The library must stay loaded meanwhile, and no
+/// A stand-in for as long as the object lives. The module must stay loaded meanwhile, and no
 /// thread may be on its way through the slot when the object goes.
 class ReplacedImport {
  public:
-  /// Throws std::runtime_error when velquin.dll is not loaded or does not import the function.
+  /// In velquin.dll.
   ReplacedImport(const char* function, void* standIn)
-      : slot_(ImportSlot(GetModuleHandleW(L"velquin.dll"), function)) {
+      : ReplacedImport(GetModuleHandleW(L"velquin.dll"), function, standIn) {}
+  /// Throws std::runtime_error when the module is null or does not import the function.
+  ReplacedImport(HMODULE module, const char* function, void* standIn)
+      : slot_(ImportSlot(module, function)) {
     if (slot_ == nullptr) throw std::runtime_error(std::string("no import of ") + function);
     original_ = *slot_;
     Write(standIn);
@@ -53,6 +56,9 @@ class ReplacedImport {
   ~ReplacedImport() { Write(original_); }
   ReplacedImport(const ReplacedImport&) = delete;
   ReplacedImport& operator=(const ReplacedImport&) = delete;
+
+  /// The system's function.
+  void* Original() const { return original_; }
 
  private:
   void Write(void* function) {

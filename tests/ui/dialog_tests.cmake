@@ -12,8 +12,6 @@ endif()
 velquin_test(NAME ui_dialog_tests WINDOWS_ONLY SERIAL LIMIT 200
   SOURCES
     app_environment.cpp
-    caption_test.cpp
-    caption_text_test.cpp
     expected_controls.cpp
     hand_controller_test.cpp
     layout_test.cpp
