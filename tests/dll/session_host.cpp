@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A host that leaves in one of the ways in which hosts leave. unload_test.cpp runs it and looks at
-// its exit code: 0 when all went well, else the number of the step that failed.
+// its exit code: 0 when all went well, else the number of the step that failed; 98 after a fault.
 //
 // Usage: session_host WAY ADDRESS [COUNT]
 #include <cstdlib>
@@ -10,6 +10,7 @@
 #include <string>
 
 #include "tests/support/driver_library.h"
+#include "tests/support/fault_count.h"
 
 namespace {
 
@@ -161,5 +162,7 @@ int main(int argc, char** argv) {
       {"cycle", Cycle},
   };
   const auto way = ways.find(argc > 1 ? argv[1] : "");
-  return way == ways.end() ? 99 : way->second();
+  if (way == ways.end()) return 99;
+  EndAtFaults(98);
+  return way->second();
 }

@@ -13,6 +13,7 @@ velquin_test(NAME ui_controls_tests WINDOWS_ONLY
     orl_spin_button_test.cpp
     orl_static_test.cpp
     picture.cpp
+    system_look_test.cpp
   DEPENDS velquin_ui velquin_ui_test_tools velquin_resources)
 
 # The bitmaps are those that their script draws. Nothing has to be built for that, but scripts/test

@@ -97,10 +97,18 @@ TEST_F(HandController, SyncAsksFirst) {
   EXPECT_TRUE(mount.WaitFor("$ALIGN=", 3000));
 }
 
-TEST_F(HandController, ACancelledSyncSendsNothing) {
+TEST_F(HandController, ASyncCancelledByEscSendsNothing) {
   RaiseSyncQuestion();
   PressKey(GetDlgItem(box, IDOK), VK_ESCAPE);
   EXPECT_TRUE(WaitUntilGone(box));
+  EXPECT_TRUE(Quiet("$ALIGN="));
+}
+
+TEST_F(HandController, ASyncCancelledByItsButtonSendsNothing) {
+  RaiseSyncQuestion();
+  Click(box, IDCANCEL);
+  EXPECT_TRUE(WaitUntilGone(box));
+  EXPECT_TRUE(IsWindowEnabled(window));
   EXPECT_TRUE(Quiet("$ALIGN="));
 }
 

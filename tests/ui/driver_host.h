@@ -11,7 +11,6 @@
 #include "tests/support/driver_library.h"
 #include "tests/support/eventually.h"
 #include "tests/support/temp_folder.h"
-#include "tests/ui/fault_count.h"
 #include "tests/ui/ui_thread.h"
 #include "tests/ui/window_tools.h"
 
@@ -41,7 +40,6 @@ class DriverHost : public testing::Test {
       });
     }
     EXPECT_TRUE(OpenDialogs().empty());
-    EXPECT_EQ(faults.Count(), 0);
   }
 
   void Connect() {
@@ -93,7 +91,6 @@ class DriverHost : public testing::Test {
   /// @return whether the mount got nothing that begins so within half a second
   bool Quiet(const std::string& command) const { return !mount.WaitFor(command, 500); }
 
-  const FaultCount faults;
   const TempFolder folder;
   simulator::ScriptedController mount;
   DriverLibrary dll;

@@ -41,6 +41,16 @@ class Button : public ControlFixture {
     EXPECT_TRUE(parent.SendMessage(WM_DRAWITEM, kId, reinterpret_cast<LPARAM>(&request)));
   }
 
+  // Draws a text, and nothing else, in the middle of a rectangle.
+  void DrawPlainText(Picture& picture, const std::string& text, const CRect& rect) const {
+    const HDC dc = picture.Dc().GetSafeHdc();
+    CSelectedObject font(picture.Dc(), button.GetFont());
+    ::SetBkMode(dc, TRANSPARENT);
+    ::SetTextColor(dc, kText.value);
+    RECT place = rect;
+    ::DrawTextA(dc, text.c_str(), -1, &place, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+  }
+
   COrlButton button;
 };
 
@@ -201,11 +211,28 @@ TEST_F(Button, ShowsTheTextItHasWhenItIsDrawn) {
   EXPECT_EQ(empty.Count(kText), 0);
 }
 
-TEST_F(Button, TakesATextOfAnyLength) {
-  button.SetWindowText(std::string(2000, 'W').c_str());
-  Picture picture(100, 40);
-  Draw(picture, 0);
-  EXPECT_GT(picture.Count(kText), 0);
+// The buffer has room for 511 characters and the end of the text.
+TEST_F(Button, ShowsTheFirst511CharactersOfItsText) {
+  std::string text;
+  for (int i = 0; i < 600; ++i) text += "iWl.mO1x"[(i + i / 8) % 8];
+  for (size_t length : {size_t{510}, size_t{511}, size_t{512}, size_t{600}}) {
+    SCOPED_TRACE(length);
+    button.SetWindowText(text.substr(0, length).c_str());
+    const CRect wide(4, 3, 6004, 31);
+    Picture shown(6010, 40);
+    Draw(shown, 0, wide);
+    Picture expected(6010, 40);
+    const std::string whole = text.substr(0, std::min<size_t>(length, 511));
+    DrawPlainText(expected, whole, wide);
+    const CRect place = expected.Around(kText);
+    ASSERT_GT(place.left, wide.left + 10);  // nothing of it is cut
+    int different = 0;
+    for (LONG y = wide.top; y < wide.bottom; ++y) {
+      for (LONG x = wide.left; x < wide.right; ++x)
+        different += (shown.At(x, y) == kText) != (expected.At(x, y) == kText) ? 1 : 0;
+    }
+    EXPECT_EQ(different, 0);
+  }
 }
 
 TEST_F(Button, UsesTheColoursItWasGiven) {

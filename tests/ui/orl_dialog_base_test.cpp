@@ -77,7 +77,16 @@ struct BevelCase {
   Colour innerTopLeft;
 };
 
-class Bevel : public testing::TestWithParam<BevelCase> {};
+class Bevel : public testing::TestWithParam<BevelCase> {
+ protected:
+  static void ExpectCorners(const Picture& picture, const CRect& ring, const Colour& topLeft,
+                            const Colour& bottomRight) {
+    EXPECT_EQ(picture.At(ring.left, ring.top), topLeft);
+    EXPECT_EQ(picture.At(ring.right - 1, ring.top), topLeft);
+    EXPECT_EQ(picture.At(ring.left, ring.bottom - 1), topLeft);
+    EXPECT_EQ(picture.At(ring.right - 1, ring.bottom - 1), bottomRight);
+  }
+};
 
 TEST_P(Bevel, HasItsRings) {
   const BevelCase& expected = GetParam();
@@ -110,8 +119,11 @@ TEST_P(Bevel, ClosesItsCornersAndPaintsNothingElse) {
   const int outer = 2 * 10 + 2 * 8 - 4;
   const int inner = 2 * 8 + 2 * 6 - 4;
   EXPECT_EQ(picture.Count(kUntouched), 20 * 20 - outer - (oneRing ? 0 : inner));
-  EXPECT_EQ(picture.At(kArea.left, kArea.top), GetParam().outerTopLeft);
-  EXPECT_EQ(picture.At(kArea.right - 1, kArea.bottom - 1), GetParam().outerBottomRight);
+  // The upper left line is drawn last and reaches both of the other corners.
+  CRect ring = kArea;
+  ExpectCorners(picture, ring, GetParam().outerTopLeft, GetParam().outerBottomRight);
+  ring.DeflateRect(1, 1);
+  ExpectCorners(picture, ring, GetParam().innerTopLeft, GetParam().innerBottomRight);
 }
 
 const Colour kBlack(0, 0, 0);

@@ -160,9 +160,14 @@ TEST_F(SpinButton, CutsItsArrowsEvenlyInASmallControl) {
   }
 }
 
-TEST_F(SpinButton, StillCounts) {
+TEST_F(SpinButton, CountsOneUpOrDownAPress) {
   MakeStanding();
-  Press(spin.m_hWnd, kUp);
-  Release(spin.m_hWnd, kUp);
-  EXPECT_NE(LOWORD(spin.SendMessage(UDM_GETPOS)), 50);
+  const auto press = [&](CPoint arrow) {
+    Press(spin.m_hWnd, arrow);
+    Release(spin.m_hWnd, arrow);
+    return LOWORD(spin.SendMessage(UDM_GETPOS));
+  };
+  EXPECT_EQ(press(kUp), 51);
+  EXPECT_EQ(press(kUp), 52);
+  EXPECT_EQ(press(kDown), 51);
 }

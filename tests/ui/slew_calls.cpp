@@ -11,10 +11,12 @@ namespace {
 
 std::mutex lock;
 std::vector<SlewCall> calls;
+std::vector<std::chrono::steady_clock::time_point> times;
 
 void Keep(const SlewCall& call) {
   const std::lock_guard guard(lock);
   calls.push_back(call);
+  times.push_back(std::chrono::steady_clock::now());
 }
 
 }  // namespace
@@ -24,9 +26,15 @@ std::vector<SlewCall> SlewCalls() {
   return calls;
 }
 
+std::vector<std::chrono::steady_clock::time_point> SlewCallTimes() {
+  const std::lock_guard guard(lock);
+  return times;
+}
+
 void ClearSlewCalls() {
   const std::lock_guard guard(lock);
   calls.clear();
+  times.clear();
 }
 
 }  // namespace ui_test

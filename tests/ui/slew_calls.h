@@ -2,6 +2,7 @@
 // The hand moves that the hand controller asked the engine for, kept on their way.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <ostream>
 #include <vector>
@@ -22,6 +23,8 @@ inline void PrintTo(const SlewCall& call, std::ostream* out) {
 
 /// @return the calls since the last ClearSlewCalls.
 std::vector<SlewCall> SlewCalls();
+/// @return when they came.
+std::vector<std::chrono::steady_clock::time_point> SlewCallTimes();
 void ClearSlewCalls();
 
 }  // namespace ui_test
