@@ -49,17 +49,20 @@ class SystemLook : public ControlFixture {
     return different;
   }
   // The dark one shows that there is a difference to be seen.
-  void ExpectTheSystems() {
+  template <typename Control>
+  void ExpectTheSystems(BOOL (Control::*attach)(UINT, const CWnd*)) {
+    InSystemLook<Control> plain;
+    Control dark;
+    ASSERT_TRUE((plain.*attach)(Id(kInSystemLook), &parent));
+    ASSERT_TRUE((dark.*attach)(Id(kDark), &parent));
     ::SetFocus(parent.m_hWnd);
     for (const BOOL enabled : {TRUE, FALSE}) {
       SCOPED_TRACE(enabled ? "enabled" : "disabled");
       for (HWND window : windows) ::EnableWindow(window, enabled);
       EXPECT_EQ(DifferingPixels(kInSystemLook), 0);
       EXPECT_GT(DifferingPixels(kDark), 20);
+      EXPECT_EQ(PixelsNotErased(kInSystemLook), PixelsNotErased(kSystems));
     }
-  }
-  void ExpectTheSystemsErasing() const {
-    EXPECT_EQ(ErasedPixels(kInSystemLook), ErasedPixels(kSystems));
   }
 
   HWND windows[kCount] = {};
@@ -72,7 +75,7 @@ class SystemLook : public ControlFixture {
     return Picture::OfWindow(windows[which]);
   }
   // The pixels that the control's erasing leaves as they are.
-  int ErasedPixels(Which which) const {
+  int PixelsNotErased(Which which) const {
     Picture picture(static_cast<int>(kSize.cx), static_cast<int>(kSize.cy));
     ::SendMessageA(windows[which], WM_ERASEBKGND,
                    reinterpret_cast<WPARAM>(picture.Dc().GetSafeHdc()), 0);
@@ -84,23 +87,15 @@ class SystemLook : public ControlFixture {
 
 TEST_F(SystemLook, AButtonIsTheSystems) {
   MakeAll("Button", BS_PUSHBUTTON);
-  InSystemLook<COrlButton> plain;
-  COrlButton dark;
   // It gives the style back that makes a button draw itself.
   ::SetWindowLongA(windows[kInSystemLook], GWL_STYLE,
                    ::GetWindowLongA(windows[kInSystemLook], GWL_STYLE) | BS_OWNERDRAW);
-  ASSERT_TRUE(plain.AttachButton(Id(kInSystemLook), &parent));
-  ASSERT_TRUE(dark.AttachButton(Id(kDark), &parent));
-  ExpectTheSystems();
+  ExpectTheSystems<COrlButton>(&COrlButton::AttachButton);
 }
 
 TEST_F(SystemLook, ASliderIsTheSystems) {
   MakeAll("msctls_trackbar32", TBS_AUTOTICKS);
-  InSystemLook<COrlSlider> plain;
-  COrlSlider dark;
-  ASSERT_TRUE(plain.AttachSlider(Id(kInSystemLook), &parent));
-  ASSERT_TRUE(dark.AttachSlider(Id(kDark), &parent));
-  ExpectTheSystems();
+  ExpectTheSystems<COrlSlider>(&COrlSlider::AttachSlider);
 }
 
 TEST_F(SystemLook, AnEditIsTheSystems) {
@@ -110,49 +105,27 @@ TEST_F(SystemLook, AnEditIsTheSystems) {
     ::SetWindowPos(window, nullptr, 0, 0, 0, 0,
                    SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_FRAMECHANGED);
   }
-  InSystemLook<COrlEdit> plain;
-  COrlEdit dark;
-  ASSERT_TRUE(plain.AttachEdit(Id(kInSystemLook), &parent));
-  ASSERT_TRUE(dark.AttachEdit(Id(kDark), &parent));
-  ExpectTheSystems();
+  ExpectTheSystems<COrlEdit>(&COrlEdit::AttachEdit);
 }
 
 TEST_F(SystemLook, AGroupBoxIsTheSystems) {
   MakeAll("Button", BS_GROUPBOX);
-  InSystemLook<COrlGroupBox> plain;
-  COrlGroupBox dark;
-  ASSERT_TRUE(plain.AttachGroupBox(Id(kInSystemLook), &parent));
-  ASSERT_TRUE(dark.AttachGroupBox(Id(kDark), &parent));
-  ExpectTheSystems();
+  ExpectTheSystems<COrlGroupBox>(&COrlGroupBox::AttachGroupBox);
 }
 
 TEST_F(SystemLook, ARadioButtonIsTheSystems) {
   MakeAll("Button", BS_RADIOBUTTON);
-  InSystemLook<COrlRadioButton> plain;
-  COrlRadioButton dark;
-  ASSERT_TRUE(plain.AttachRadioButton(Id(kInSystemLook), &parent));
-  ASSERT_TRUE(dark.AttachRadioButton(Id(kDark), &parent));
-  ExpectTheSystems();
-  ExpectTheSystemsErasing();
+  ExpectTheSystems<COrlRadioButton>(&COrlRadioButton::AttachRadioButton);
 }
 
 TEST_F(SystemLook, ASpinButtonIsTheSystems) {
   MakeAll("msctls_updown32", 0);
-  InSystemLook<COrlSpinButton> plain;
-  COrlSpinButton dark;
-  ASSERT_TRUE(plain.AttachSpinButton(Id(kInSystemLook), &parent));
-  ASSERT_TRUE(dark.AttachSpinButton(Id(kDark), &parent));
-  ExpectTheSystems();
+  ExpectTheSystems<COrlSpinButton>(&COrlSpinButton::AttachSpinButton);
 }
 
 TEST_F(SystemLook, AStaticIsTheSystems) {
   MakeAll("Static", WS_BORDER);
-  InSystemLook<COrlStatic> plain;
-  COrlStatic dark;
-  ASSERT_TRUE(plain.AttachStatic(Id(kInSystemLook), &parent));
-  ASSERT_TRUE(dark.AttachStatic(Id(kDark), &parent));
-  ExpectTheSystems();
-  ExpectTheSystemsErasing();
+  ExpectTheSystems<COrlStatic>(&COrlStatic::AttachStatic);
 }
 
 // --- dialogs
