@@ -8,13 +8,13 @@ set(caption_sources
   caption_fixture.cpp
   caption_frame_test.cpp
   caption_press_test.cpp)
-velquin_test(NAME ui_caption_tests WINDOWS_ONLY SERIAL
+velquin_test(NAME ui_caption_tests WINDOWS_ONLY SERIAL LIMIT 150
   SOURCES
     ${caption_sources}
     caption_text_test.cpp
     caption_windows10_test.cpp
   DEPENDS velquin_ui_test_tools velquin_api velquin_resources)
-velquin_test(NAME ui_caption_windows7_tests WINDOWS_ONLY SERIAL
+velquin_test(NAME ui_caption_windows7_tests WINDOWS_ONLY SERIAL LIMIT 150
   SOURCES
     ${caption_sources}
     caption_windows7_test.cpp

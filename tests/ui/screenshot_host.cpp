@@ -15,6 +15,7 @@
 
 #include "tests/support/driver_library.h"
 #include "tests/support/eventually.h"
+#include "tests/support/fault_count.h"
 #include "tests/support/replaced_import.h"
 #include "tests/ui/ui_thread.h"
 #include "tests/ui/window_tools.h"
@@ -100,6 +101,7 @@ class ScreenshotHost {
 
 int main(int argc, char** argv) {
   if (argc != 4) return 2;
+  EndAtFaults(98);
   ScreenshotHost screenshot(argv[2]);
   HWND window = screenshot.Show(argv[1]);
   if (window == nullptr) return 1;

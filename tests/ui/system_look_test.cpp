@@ -167,6 +167,10 @@ TEST_F(SystemLook, ADialogHasTheSystemsColoursAndSize) {
     EXPECT_TRUE(ColoursOf(plain, message) == ColoursOf(systems, message)) << message;
     EXPECT_FALSE(ColoursOf(dark, message) == ColoursOf(systems, message)) << message;
   }
+  for (const CWnd* each : {static_cast<CWnd*>(&systems), static_cast<CWnd*>(&plain)}) {
+    ::SetWindowPos(each->m_hWnd, nullptr, 0, 0, 0, 0,
+                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_FRAMECHANGED);
+  }
   const auto sizeOf = [](const CRect& rect) { return CRect(0, 0, rect.Width(), rect.Height()); };
   EXPECT_EQ(sizeOf(plain.GetWindowRect()), sizeOf(systems.GetWindowRect()));
   EXPECT_EQ(plain.GetClientRect(), systems.GetClientRect());
