@@ -72,6 +72,16 @@ extern "C" {
 /** A window handle of the host (an HWND); may be null. */
 typedef void* TelescopeWindow;
 
+/** The directions of TelescopeSlew, in the order of the pulses of TelescopeSlewPulseDuration. North
+ *  is a positive rate of the declination axis. East is a positive rate of the right ascension axis
+ *  in a hand move, and a negative one in a pulse. */
+typedef enum TelescopeDirection {
+  TELESCOPE_NORTH = 1, /**< declination axis */
+  TELESCOPE_SOUTH = 2, /**< declination axis, opposite of north */
+  TELESCOPE_EAST = 3,  /**< right ascension axis */
+  TELESCOPE_WEST = 4   /**< right ascension axis, opposite of east */
+} TelescopeDirection;
+
 /* --- Records; they cross the library's boundary, so their layout never changes ---------------- */
 
 /* Whatever packing the host has chosen for its own records. */
@@ -266,8 +276,8 @@ typedef int32_t (*TelescopeStopFn)(TelescopeWindow);
 /** Moves by hand; queues. Call it again every 100 ms or so while the button is held: each move
  *  lasts one second at the most, and the mount stops by itself when it is not renewed. Calls while
  *  a hand move is the last request in the queue change that one instead of adding another.
- *  @param direction 1 north, 2 south, 3 east, 4 west; any other is a move without a
- *         direction, which stops the motion of the hand
+ *  @param direction a TelescopeDirection; any other number is a move without a direction, which
+ *         stops the motion of the hand
  *  @param push non-zero while held; 0 at the release, which sends nothing: the move that was sent
  *         last runs out
  *  @param speed step 0 to 9; any number is taken. The rate, in the controller's unit, is 25 for

@@ -20,11 +20,3 @@ enum TelescopeCommand : int32_t {
   kCommandPark = 13,
   kCommandUnPark = 14,
 };
-
-/// Directions of hand moves and guide pulses.
-enum TelescopeDirection : int32_t {
-  kDirectionNorth = 1,
-  kDirectionSouth = 2,
-  kDirectionEast = 3,
-  kDirectionWest = 4,
-};

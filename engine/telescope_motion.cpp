@@ -45,10 +45,10 @@ int CTelescope::Slew(int32_t direction, int32_t push, int32_t speedStep) {
   trace.Format("dir %d  push %d  speed %d ----- \n", direction, push ? 1 : 0, speedStep);
   platform::DebugOutput(trace);
   handSpeed = speedStep;
-  handNorth = direction == kDirectionNorth ? push : 0;
-  handSouth = direction == kDirectionSouth ? push : 0;
-  handEast = direction == kDirectionEast ? push : 0;
-  handWest = direction == kDirectionWest ? push : 0;
+  handNorth = direction == TELESCOPE_NORTH ? push : 0;
+  handSouth = direction == TELESCOPE_SOUTH ? push : 0;
+  handEast = direction == TELESCOPE_EAST ? push : 0;
+  handWest = direction == TELESCOPE_WEST ? push : 0;
   // A release queues nothing: the controller ends the move by itself.
   if (push == 0) return 1;
   const ptrdiff_t count = CommandQueue.GetSize();

@@ -88,7 +88,7 @@ void CDlgController::PollDirections(CTelescope& telescope) {
   }
   for (size_t i = 0; i < kDirections; ++i) {
     if (!pressed[i] && !previouslyPressed[i]) continue;
-    telescope.Slew(kDirectionNorth + static_cast<int32_t>(i), pressed[i], speedIndex);
+    telescope.Slew(TELESCOPE_NORTH + static_cast<int32_t>(i), pressed[i], speedIndex);
   }
   previouslyPressed = pressed;
 }

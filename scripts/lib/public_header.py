@@ -22,6 +22,7 @@ class Declaration:
     result: str = ""
     function_type: str = ""  # name of the type for this function
     fields: list = field(default_factory=list)  # (name, type, text) of a record
+    constants: list = field(default_factory=list)  # (name, value, text) of an enumeration
     members: list = field(default_factory=list)  # declarations of a class
 
     def summary(self):
@@ -49,6 +50,8 @@ CONSTRUCTOR = re.compile(r"VELQUIN_API (~?\w+)\(\);")
 FUNCTION_TYPE = re.compile(r"\s*typedef ([\w ]+?\*?) ?\(\*(\w+)Fn\)\((.*?)\);", re.DOTALL)
 RECORD = re.compile(r"typedef struct (\w+) \{(.*?)\} \1;", re.DOTALL)
 FIELD = re.compile(r"(\w+) (\w+);\s*/\*\*<(.*?)\*/", re.DOTALL)
+ENUMERATION = re.compile(r"typedef enum (\w+) \{(.*?)\} \1;", re.DOTALL)
+CONSTANT = re.compile(r"(\w+) = (\d+),?\s*/\*\*<(.*?)\*/", re.DOTALL)
 CLASS = re.compile(r"class (\w+) \{\n public:\n(.*?)\n private:.*?\n\};", re.DOTALL)
 ALIAS = re.compile(r"typedef [^;]*?(\w+);", re.DOTALL)
 
@@ -130,6 +133,15 @@ def read_record(match, doc):
     return Declaration(match.group(1), [f"struct {match.group(1)}"], doc, fields=fields)
 
 
+def read_enumeration(match, doc):
+    name, body = match.groups()
+    constants = [(c[0], c[1], one_line(c[2])) for c in CONSTANT.findall(body)]
+    entries = re.sub(r"/\*.*?\*/", "", body, flags=re.DOTALL).split(",")
+    if len(constants) != len([entry for entry in entries if entry.strip()]):
+        raise HeaderError(f"{name}: a constant without a value or a comment")
+    return Declaration(name, [f"enum {name}"], doc, constants=constants)
+
+
 def read_class(match, doc):
     name, body = match.groups()
     declaration = Declaration(name, [f"class {name}"], doc)
@@ -164,6 +176,9 @@ def read_declaration(source, comment):
     record = RECORD.match(source, position)
     if record:
         return read_record(record, text)
+    enumeration = ENUMERATION.match(source, position)
+    if enumeration:
+        return read_enumeration(enumeration, text)
     class_match = CLASS.match(source, position)
     if class_match:
         return read_class(class_match, text)

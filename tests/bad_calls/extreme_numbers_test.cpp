@@ -102,9 +102,11 @@ TEST_F(ExtremeNumbers, OfGuideSpeedsAreSentAsTheyAre) {
 }
 
 TEST_F(ExtremeNumbers, OfASpeedStepAreBroughtIntoItsRange) {
-  EXPECT_THAT(Slew(1, 1, INT_MAX), ElementsAre("$MTMV2=1.000000,0.000000,200.000000"));
-  EXPECT_THAT(Slew(1, INT_MIN, INT_MIN), ElementsAre("$MTMV2=1.000000,0.000000,0.500000"));
-  EXPECT_THAT(Slew(4, INT_MAX, -1), ElementsAre("$MTMV2=1.000000,-0.500000,0.000000"));
+  EXPECT_THAT(Slew(TELESCOPE_NORTH, 1, INT_MAX),
+              ElementsAre("$MTMV2=1.000000,0.000000,200.000000"));
+  EXPECT_THAT(Slew(TELESCOPE_NORTH, INT_MIN, INT_MIN),
+              ElementsAre("$MTMV2=1.000000,0.000000,0.500000"));
+  EXPECT_THAT(Slew(TELESCOPE_WEST, INT_MAX, -1), ElementsAre("$MTMV2=1.000000,-0.500000,0.000000"));
 }
 
 TEST_F(ExtremeNumbers, OfADirectionMoveNothing) {

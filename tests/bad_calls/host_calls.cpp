@@ -80,7 +80,7 @@ std::vector<HostCall> AllHostCalls(const std::string& address) {
       always(
           "SetVendor", [](Driver d) { return d.SetVendor(nullptr, "Vendor"); }, one),
       always(
-          "Slew", [](Driver d) { return d.Slew(nullptr, 1, 1, 4); }, one),
+          "Slew", [](Driver d) { return d.Slew(nullptr, TELESCOPE_NORTH, 1, 4); }, one),
       always(
           "SlewPulseDuration",
           [](Driver d) { return d.SlewPulseDuration(nullptr, 1, 1, 1, 1, 1.0, 1.0); }, one),

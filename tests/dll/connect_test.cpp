@@ -70,8 +70,8 @@ TEST_F(Connection, PollsTenTimesASecondAndTwiceAsOftenAfterAPush) {
   StartSession();
   // The sleep plus one exchange; more only as far as a busy machine delays it.
   EXPECT_THAT(MedianPollInterval(21), AllOf(Ge(99.0), Le(130.0)));
-  driver.Slew(nullptr, 1, 1, 0);
-  driver.Slew(nullptr, 1, 0, 0);
+  driver.Slew(nullptr, TELESCOPE_NORTH, 1, 0);
+  driver.Slew(nullptr, TELESCOPE_NORTH, 0, 0);
   ASSERT_TRUE(controller.WaitFor("$MTMV2=", kSoonMs));
   EXPECT_THAT(MedianPollInterval(21), AllOf(Ge(49.0), Le(75.0)));
 }

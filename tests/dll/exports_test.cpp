@@ -295,7 +295,8 @@ TEST_F(Exports, MayBeCalledByFourThreadsAtOnce) {
       failures += driver.GetPos(nullptr, radec) != 1 || radec[1] != 22.5;
       failures += driver.SetName(nullptr, "Scope") != 1 || driver.SetVendor(nullptr, "Me") != 1;
       failures += driver.Look(nullptr, kCrab) != 1 || driver.Sync(nullptr, nullptr) != 1;
-      failures += driver.Slew(nullptr, 2, 1, 3) != 1 || driver.Slew(nullptr, 2, 0, 3) != 1;
+      failures += driver.Slew(nullptr, TELESCOPE_SOUTH, 1, 3) != 1 ||
+                  driver.Slew(nullptr, TELESCOPE_SOUTH, 0, 3) != 1;
       failures += driver.BaseSetting(nullptr, &time, &location) != 1;
       failures += driver.GetEastWest(nullptr) != 0 || driver.GetParking(nullptr) != 0;
       failures += driver.SetIni(nullptr, "none.ini", "Mount") != 1;

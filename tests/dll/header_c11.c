@@ -15,6 +15,10 @@ _Static_assert(sizeof(SiteLocation) == 24, "the record of the site");
 _Static_assert(offsetof(SiteLocation, longitude) == 8 && offsetof(SiteLocation, third) == 16,
                "the fields of the site");
 
+_Static_assert(TELESCOPE_NORTH == 1 && TELESCOPE_SOUTH == 2 && TELESCOPE_EAST == 3 &&
+                   TELESCOPE_WEST == 4,
+               "the numbers of the directions");
+
 int RunSessionInC11(FindFunction find, const char* address, double* radec) {
   union {
     void* any;

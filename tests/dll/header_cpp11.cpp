@@ -37,6 +37,12 @@ VELQUIN_SAME_TYPE(Stop);
 VELQUIN_SAME_TYPE(Sync);
 VELQUIN_SAME_TYPE(UnPark);
 
+static_assert(TELESCOPE_NORTH == 1 && TELESCOPE_SOUTH == 2 && TELESCOPE_EAST == 3 &&
+                  TELESCOPE_WEST == 4,
+              "the numbers of the directions");
+static_assert(std::is_convertible<TelescopeDirection, int32_t>::value,
+              "a direction is an argument of TelescopeSlew as it is");
+
 int AskSpeedStepsInCpp11(FindFunction find) {
   return reinterpret_cast<TelescopeGetSlewSpeedMaxFn>(find("TelescopeGetSlewSpeedMax"))(nullptr);
 }

@@ -18,7 +18,7 @@ class Exchanges : public Soak {
     driver.Look(nullptr, nearThePole);
     driver.Sync(nullptr, nearThePole);
     driver.SetGuideSpeed(nullptr, 0.5, 0.5);
-    driver.Slew(nullptr, 1, 1, 3);
+    driver.Slew(nullptr, TELESCOPE_NORTH, 1, 3);
     driver.SlewPulseDuration(nullptr, 20, 0, 20, 0, 1.0, 1.0);
     driver.BaseSetting(nullptr, &time_, &site_);
     driver.Home(nullptr);

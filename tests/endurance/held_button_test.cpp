@@ -44,10 +44,10 @@ TEST_F(HeldButton, NeverPilesUpMovesAndEndsSoonAfterTheLastPush) {
   size_t movesAtLastPush = 0;
   for (int push = 0; push < pushes; ++push) {
     movesAtLastPush = MoveTimesMs().size();
-    ASSERT_EQ(driver.Slew(nullptr, 1, 1, 4), 1);
+    ASSERT_EQ(driver.Slew(nullptr, TELESCOPE_NORTH, 1, 4), 1);
     Sleep(kEveryMs);
   }
-  driver.Slew(nullptr, 1, 0, 4);
+  driver.Slew(nullptr, TELESCOPE_NORTH, 0, 4);
   const auto received = controller.Received();
   ASSERT_FALSE(received.empty());
   const double releasedMs = received.back().timeMs;

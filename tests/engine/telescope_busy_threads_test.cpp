@@ -121,8 +121,8 @@ class BusyThreads : public testing::Test {
   // Seldom, since each call is a line of debug output.
   void HoldNowAndThen() {
     if (++holds % 16 != 0) return;
-    telescope.Slew(kDirectionEast, 1, 9);
-    telescope.Slew(kDirectionEast, 0, 9);
+    telescope.Slew(TELESCOPE_EAST, 1, 9);
+    telescope.Slew(TELESCOPE_EAST, 0, 9);
   }
 
   void WatchAsAPlanetarium();

@@ -74,7 +74,7 @@ TEST_F(ExtremeNumbers, OfADateAreCarried) {
 TEST_F(ExtremeNumbers, OfAMoveAreSent) {
   for (const int32_t number : kWholeNumbers) {
     telescope.Slew(number, number, number);
-    telescope.Slew(1, number, number);
+    telescope.Slew(TELESCOPE_NORTH, number, number);
     telescope.SetEastWest(number);
     EXPECT_TRUE(Idle());
   }

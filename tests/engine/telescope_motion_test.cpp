@@ -303,8 +303,8 @@ TEST_F(Motion, PollsTwiceAsOftenAfterAPush) {
 
 TEST_F(Motion, TellsTheDebuggerAboutEveryHandMove) {
   DebugOutputCapture output;
-  telescope.Slew(3, 7, 9);
-  telescope.Slew(3, 0, 9);
+  telescope.Slew(TELESCOPE_EAST, 7, 9);
+  telescope.Slew(TELESCOPE_EAST, 0, 9);
   telescope.Slew(-5, -1, -2);
   EXPECT_EQ(output.Take(),
             "dir 3  push 1  speed 9 ----- \n"

@@ -490,7 +490,7 @@ TEST_F(Session, StartsAgainWithWhatTheLastOneKnew) {
   StartSession();
   ASSERT_EQ(telescope.GetSlewing(), 1);
   telescope.GetEastWest();
-  telescope.Slew(1, 1, 3);
+  telescope.Slew(TELESCOPE_NORTH, 1, 3);
   ASSERT_TRUE(Idle());
   telescope.End();
 

@@ -55,7 +55,7 @@ TEST_F(Telescope, GoesBackToItsFirstStateWhenReset) {
   telescope.SetName("Scope");
   telescope.SetVendor("Vendor");
   telescope.End();
-  telescope.Slew(1, 1, 7);
+  telescope.Slew(TELESCOPE_NORTH, 1, 7);
   telescope.SetGuideSpeed(0.25, 0.5);
   telescope.SlewPulseDuration(10, 20, 30, 40, 0.75, 0.125);
   for (int failed = 0; failed < 11; ++failed) telescope.OnPoll();  // there is no link

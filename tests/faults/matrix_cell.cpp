@@ -255,7 +255,7 @@ void MatrixCell::MakeTheRequest() {
       break;
     case Phase::kHandMove:
       for (int i = 0; i < 3; ++i) {
-        watch_.AtOnce("Slew", [&] { return driver_.Slew(nullptr, 1, 1, 4); });
+        watch_.AtOnce("Slew", [&] { return driver_.Slew(nullptr, TELESCOPE_NORTH, 1, 4); });
       }
       break;
     case Phase::kClose:

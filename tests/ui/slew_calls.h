@@ -10,7 +10,7 @@
 namespace ui_test {
 
 struct SlewCall {
-  int32_t direction;  // 1 north, 2 south, 3 east, 4 west
+  int32_t direction;  // a TelescopeDirection
   int32_t pushed;
   int32_t speed;
 
