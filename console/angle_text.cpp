@@ -129,18 +129,19 @@ bool ParseRightAscension(std::string_view text, double& raDegrees, std::string& 
   WrittenAngle angle;
   if (!ReadWrittenAngle(text, angle)) {
     error = Quoted(text) +
-            " is no right ascension (write 5h34m31.9s, 05:34:31.9, or degrees: " + "83.633)";
+            " is not a right ascension (write 5h34m31.9s, 05:34:31.9, or degrees: 83.633)";
     return false;
   }
   if (!PartsBelow60(angle)) {
-    error = Quoted(text) + " is no right ascension: minutes and seconds stay below 60";
+    error = Quoted(text) + " is not a right ascension: minutes and seconds must be less than 60";
     return false;
   }
   const bool hours = angle.firstUnit == 'h' || angle.firstUnit == ':';
   const double degrees = Magnitude(angle) * (hours ? 15.0 : 1.0);
   if (angle.negative || degrees >= 360.0) {
-    error = Quoted(text) + " is no right ascension: it runs from 0h to below 24h (0 to below 360 " +
-            "degrees)";
+    error =
+        Quoted(text) +
+        " is not a right ascension: it must be at least 0h and less than 24h (0 to 360 degrees)";
     return false;
   }
   raDegrees = degrees;
@@ -150,16 +151,17 @@ bool ParseRightAscension(std::string_view text, double& raDegrees, std::string& 
 bool ParseDeclination(std::string_view text, double& decDegrees, std::string& error) {
   WrittenAngle angle;
   if (!ReadWrittenAngle(text, angle) || angle.firstUnit == 'h') {
-    error = Quoted(text) + " is no declination (write +22d00m52s, -5:12:00, or degrees: 22.0145)";
+    error =
+        Quoted(text) + " is not a declination (write +22d00m52s, -5:12:00, or degrees: 22.0145)";
     return false;
   }
   if (!PartsBelow60(angle)) {
-    error = Quoted(text) + " is no declination: minutes and seconds stay below 60";
+    error = Quoted(text) + " is not a declination: minutes and seconds must be less than 60";
     return false;
   }
   const double degrees = Magnitude(angle);
   if (degrees > 90.0) {
-    error = Quoted(text) + " is no declination: it runs from -90 to +90 degrees";
+    error = Quoted(text) + " is not a declination: it must be from -90 to +90 degrees";
     return false;
   }
   decDegrees = angle.negative ? -degrees : degrees;

@@ -63,7 +63,7 @@ void DefineQueries(CommandDefinitions& d) {
                              "  velquinctl status 192.168.1.10 --watch --for 60\n",
                              [](const ArgumentTexts& t) {
                                if (!t.watch && !t.duration.empty())
-                                 Refuse("--for belongs to --watch here");
+                                 Refuse("--for requires --watch");
                                return StatusAction{t.watch, SecondsArgument("--for", t.duration)};
                              });
   TakesAddress(d, status);
@@ -91,7 +91,7 @@ void DefineQueries(CommandDefinitions& d) {
 
 void DefineTargets(CommandDefinitions& d) {
   CLI::App* go =
-      Command(d, "goto", "Slew to a position, show the way, end when it is reached",
+      Command(d, "goto", "Slew to a position, show progress, end when it is reached",
               "  velquinctl goto 192.168.1.10 5h34m31.9s +22d00m52s\n"
               "  velquinctl goto 192.168.1.10 05:35:17 -5:23:28\n"
               "  velquinctl goto 192.168.1.10 83.633 -- -5.39\n",
@@ -150,7 +150,7 @@ Action MakePulse(const ArgumentTexts& t) {
     if (!text->empty()) action.lengthsMs[i] = WholeArgument(what, *text, 0, kLongestPulseMs);
   }
   if (std::all_of(action.lengthsMs.begin(), action.lengthsMs.end(), [](int ms) { return ms == 0; }))
-    Refuse("a pulse needs a length above 0: --north, --south, --east or --west");
+    Refuse("a pulse needs a length greater than 0: --north, --south, --east or --west");
   action.rateRa =
       t.rateRa.empty() ? 1.0 : NumberArgument("--rate-ra", t.rateRa, -kHighestRate, kHighestRate);
   action.rateDec = t.rateDec.empty()
@@ -169,7 +169,7 @@ void DefineHandMoves(CommandDefinitions& d) {
       ->type_name("")
       ->required();
   slew->add_option("--speed", d.texts.speed,
-                   "step 0 to 9: 0.5, then 25 a step, at most 200, in the controller's rate unit "
+                   "step 0 to 9: 0.5 plus 25 per step, maximum 200, in the controller's rate unit "
                    "(default 4)")
       ->type_name("STEP");
   slew->add_option("--for", d.texts.duration, "seconds to move (default 1)")->type_name("SECONDS");
@@ -211,7 +211,7 @@ Action MakeSite(const ArgumentTexts& t) {
   if (!t.time.empty()) {
     action.localTime = ParseLocalTime(t.time);
     if (!action.localTime)
-      Refuse("--time: \"" + t.time + "\" is no time (write 2026-11-21T22:30:00)");
+      Refuse("--time: \"" + t.time + "\" is not a valid time (write 2026-11-21T22:30:00)");
   }
   return action;
 }
@@ -227,7 +227,7 @@ void DefineSettings(CommandDefinitions& d) {
   site->add_option("--latitude", d.texts.latitude, "degrees, north positive")
       ->type_name("DEGREES")
       ->required();
-  site->add_option("--longitude", d.texts.longitude, "degrees, passed on with its sign")
+  site->add_option("--longitude", d.texts.longitude, "degrees, sent with its sign unchanged")
       ->type_name("DEGREES")
       ->required();
   site->add_option("--zone", d.texts.zone,
@@ -273,15 +273,24 @@ void DefineWindow(CommandDefinitions& d) {
 }
 
 void DefineRun(CommandDefinitions& d) {
-  CLI::App* run = Command(d, "run", "Perform the commands of a file, one a line",
+  CLI::App* run = Command(d, "run", "Run commands from a file, one per line",
                           "  velquinctl run evening.txt\n"
-                          "A file may hold blank lines, # comments and \"quoted words\"; it is "
-                          "read whole before anything moves:\n"
+                          "A file may contain blank lines, # comments and \"quoted words\"; "
+                          "the whole file is checked before anything moves:\n"
                           "  # evening.txt\n"
                           "  unpark 192.168.1.10\n"
                           "  goto 192.168.1.10 5h34m31.9s +22d00m52s\n",
                           [](const ArgumentTexts& t) { return RunAction{t.file}; });
-  run->add_option("FILE", d.texts.file, "the file, in UTF-8")->type_name("")->required();
+  run->add_option("FILE", d.texts.file, "the file, in UTF-8 or UTF-16")->type_name("")->required();
+}
+
+void DefineHelp(CommandDefinitions& d) {
+  // The parser's caller answers it, so there is nothing to make.
+  CLI::App* help = Command(d, kHelpCommand, "Show this help, or the help of one command",
+                           "  velquinctl help\n"
+                           "  velquinctl help goto\n",
+                           {});
+  help->add_option("COMMAND", d.texts.topic, "the command")->type_name("");
 }
 
 }  // namespace
@@ -294,6 +303,7 @@ void DefineCommands(CommandDefinitions& definitions) {
   DefineSettings(definitions);
   DefineWindow(definitions);
   DefineRun(definitions);
+  DefineHelp(definitions);
 }
 
 }  // namespace velquinctl

@@ -14,7 +14,7 @@ namespace velquinctl {
 
 /// The words of a command line under the names of their places, as texts.
 struct ArgumentTexts {
-  std::string address, ra, dec, direction, file, section;
+  std::string address, ra, dec, direction, file, section, topic;
   std::string tolerance, interval, duration, speed;
   std::string north, south, east, west, rateRa, rateDec;
   std::string latitude, longitude, zone, time;
@@ -30,6 +30,9 @@ struct CommandDefinitions {
   ArgumentTexts& texts;
   std::map<std::string, ActionMaker> makers;  ///< by the command's word
 };
+
+/// The command that shows help; it has no action.
+inline constexpr const char* kHelpCommand = "help";
 
 /// Defines all commands.
 void DefineCommands(CommandDefinitions& definitions);

@@ -3,9 +3,14 @@
 // say in one line what is wrong.
 #include "console/command_line.h"
 
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
 #include "console/argument_values.h"
 #include "console/command_definitions.h"
 #include "console/failure.h"
+#include "console/nearest_word.h"
 
 namespace velquinctl {
 namespace {
@@ -20,7 +25,7 @@ constexpr const char* kFooter =
     "  velquinctl goto 192.168.1.10 5h34m31.9s +22d00m52s\n"
     "  velquinctl goto 192.168.1.10 05:35:17 -5:23:28 --json\n"
     "  velquinctl monitor 192.168.1.10 --for 60\n"
-    "Help with one command: velquinctl COMMAND --help\n"
+    "Help with one command: velquinctl help COMMAND\n"
     "\n"
     "Exit codes:\n"
     "  0    done\n"
@@ -52,43 +57,49 @@ std::vector<std::string> ProtectedWords(const std::vector<std::string>& words) {
 
 void Unprotect(ArgumentTexts& t) {
   for (std::string* text :
-       {&t.address,  &t.ra,       &t.dec,      &t.direction, &t.file,  &t.section, &t.tolerance,
-        &t.interval, &t.duration, &t.speed,    &t.north,     &t.south, &t.east,    &t.west,
-        &t.rateRa,   &t.rateDec,  &t.latitude, &t.longitude, &t.zone,  &t.time})
+       {&t.address,   &t.ra,       &t.dec,      &t.direction, &t.file,      &t.section, &t.topic,
+        &t.tolerance, &t.interval, &t.duration, &t.speed,     &t.north,     &t.south,   &t.east,
+        &t.west,      &t.rateRa,   &t.rateDec,  &t.latitude,  &t.longitude, &t.zone,    &t.time})
     *text = WithoutLongMinus(*text);
 }
 
+bool IsFlag(std::string_view option) {
+  static constexpr std::string_view kFlags[] = {"--json", "--quiet",   "--show-messages",
+                                                "--help", "--version", "--watch"};
+  return std::find(std::begin(kFlags), std::end(kFlags), option) != std::end(kFlags);
+}
+
+/// @return whether the word after this one is its value.
+bool TakesNextWord(const std::string& word) {
+  return word.starts_with("--") && word.size() > 2 && word.find('=') == std::string::npos &&
+         !IsFlag(word);
+}
+
 /// What the parser lets pass: an empty text, which says nothing, not even that the default is
-/// wanted (a quoted variable that is not set looks like that), and --json=010 for a --json. An
-/// empty second word is judged as what it stands for.
+/// wanted (a quoted variable that is not set looks like that), and --json=010 for a --json.
 void RefuseEmptyWords(const std::vector<std::string>& words) {
-  static constexpr std::string_view kFlags[] = {
-      "--json=", "--quiet=", "--show-messages=", "--help=", "--version=", "--watch="};
   for (size_t i = 0; i < words.size(); ++i) {
     const std::string& word = words[i];
-    for (const std::string_view flag : kFlags) {
-      if (!word.starts_with(flag)) continue;
-      throw Failure(ExitCode::kWrongUsage,
-                    std::string(flag.substr(0, flag.size() - 1)) + " takes no value");
-    }
+    const std::string name = word.substr(0, word.find('='));
+    if (name != word && IsFlag(name))
+      throw Failure(ExitCode::kWrongUsage, name + " takes no value");
     if (!word.empty()) continue;
-    const bool value = i > 0 && words[i - 1].starts_with("--") && words[i - 1].size() > 2;
-    if (value) throw Failure(ExitCode::kWrongUsage, words[i - 1] + ": \"\" is no value");
-    if (i < 2) continue;
+    if (i > 0 && TakesNextWord(words[i - 1]))
+      throw Failure(ExitCode::kWrongUsage, words[i - 1] + " needs a value");
     throw Failure(ExitCode::kWrongUsage, "argument " + std::to_string(i + 1) + " is empty");
   }
 }
 
-/// For the options that take any text: a word like --json behind them is the next option, and the
+/// For the options that take any text: a word like --json after them is the next option, and the
 /// text was forgotten.
 std::string RefuseOption(const std::string& text) {
-  return text.starts_with("--") ? '"' + text + "\" is no text for it" : std::string();
+  return text.starts_with("--") ? '"' + text + "\" is not a valid value" : std::string();
 }
 
 void DefineCommonOptions(CLI::App& app, CommonOptions& options, CommonTexts& texts) {
   app.set_version_flag("--version", "velquinctl " VELQUIN_VERSION);
   app.add_flag("--json", options.json, "one JSON object per result on standard output");
-  app.add_flag("--quiet", options.quiet, "only what was asked for: no progress, no confirmations");
+  app.add_flag("--quiet", options.quiet, "print results only: no progress, no confirmations");
   app.add_option("--progress", texts.progress,
                  "auto, live (one line redrawn), plain (a line a second) or none")
       ->type_name("HOW");
@@ -119,7 +130,7 @@ std::string ParsedCommand(const CLI::App& app) {
   return commands.empty() ? std::string() : commands.front()->get_name();
 }
 
-/// @return the parser's message in words for people, where its own are none.
+/// @return the parser's message, with its own way of saying that a value is missing put plainly.
 std::string WithoutParserSpeech(std::string text) {
   static constexpr std::string_view kNoValue = ": 1 required ";
   static constexpr std::string_view kMissing = " missing";
@@ -129,26 +140,76 @@ std::string WithoutParserSpeech(std::string text) {
   return text.replace(at, kNoValue.size(), " needs a value: ");
 }
 
-[[noreturn]] void ThrowUsage(const CLI::App& app, const CLI::ParseError& error) {
-  const std::string command = ParsedCommand(app);
-  std::string text = WithoutParserSpeech(error.what());
-  if (command.empty()) {
-    const std::vector<std::string> unknown = app.remaining();
-    if (!unknown.empty()) {
-      const bool option = unknown.front().starts_with("-");
-      text = std::string(option ? "unknown option \"" : "unknown command \"") +
-             WithoutLongMinus(unknown.front()) + '"';
-    } else if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
-      text = "no command given";
+/// @return the long options that hold for a command and for all of them.
+std::vector<std::string> OptionNames(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::App* owner : app.get_subcommands()) {
+    for (const CLI::Option* option : owner->get_options()) {
+      for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
     }
-    throw Failure(ExitCode::kWrongUsage, text + " (velquinctl --help lists what there is)");
   }
+  for (const CLI::Option* option : app.get_options()) {
+    for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+  }
+  return names;
+}
+
+std::vector<std::string> CommandNames(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
+    names.push_back(command->get_name());
+  return names;
+}
+
+std::string Unknown(const std::string& kind, const std::string& word, const std::string& nearest) {
+  return "unknown " + kind + " \"" + word + '"' +
+         (nearest.empty() ? std::string() : ", did you mean " + nearest + '?');
+}
+
+std::string UnknownCommand(const CLI::App& app, const std::string& word) {
+  return Unknown("command", word, NearestWord(word, CommandNames(app)));
+}
+
+/// @return what is wrong with the words that found no place; empty when all have one. An option
+///         comes first, because what is missing may be what it was meant for.
+std::string ComplaintAboutLeftWords(const CLI::App& app) {
+  std::vector<std::string> left = app.remaining(true);
+  const auto option = std::find_if(left.begin(), left.end(),
+                                   [](const std::string& word) { return word.starts_with("-"); });
+  if (option != left.end()) {
+    const std::string name = option->substr(0, option->find('='));
+    return Unknown("option", *option, NearestWord(name, OptionNames(app)));
+  }
+  if (left.empty()) return {};
+  for (std::string& word : left) word = WithoutLongMinus(word);
+  if (ParsedCommand(app).empty()) return UnknownCommand(app, left.front());
+  std::string text = left.size() == 1 ? "unexpected argument" : "unexpected arguments";
+  for (const std::string& word : left) text += " \"" + word + '"';
+  return text;
+}
+
+[[noreturn]] void ThrowGeneralUsage(const std::string& text) {
+  throw Failure(ExitCode::kWrongUsage, text + " (velquinctl --help lists commands and options)");
+}
+
+/// @param address the first argument of the command, if there was one
+[[noreturn]] void ThrowUsage(const CLI::App& app, const CLI::ParseError& error,
+                             const std::string& address) {
+  const std::string command = ParsedCommand(app);
+  const bool missing = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
+  std::string text = ComplaintAboutLeftWords(app);
+  if (text.empty() && missing && !address.empty())
+    RefuseForgottenAddress(WithoutLongMinus(address));
+  if (text.empty() && missing && command.empty()) text = "no command given";
+  if (text.empty()) text = WithoutParserSpeech(error.what());
+  if (command.empty()) ThrowGeneralUsage(text);
   throw Failure(ExitCode::kWrongUsage,
-                command + ": " + text + " (velquinctl " + command + " --help shows how)");
+                command + ": " + text + " (see velquinctl help " + command + ')');
 }
 
 /// @return the help that was asked for, or nothing when the words were read to their end.
-std::string Parse(CLI::App& app, const std::vector<std::string>& words) {
+std::string Parse(CLI::App& app, const std::vector<std::string>& words,
+                  const std::string& address) {
   try {
     app.parse(ProtectedWords(words));
   } catch (const CLI::CallForHelp&) {
@@ -156,9 +217,19 @@ std::string Parse(CLI::App& app, const std::vector<std::string>& words) {
   } catch (const CLI::CallForVersion& version) {
     return version.what() + std::string("\n");
   } catch (const CLI::ParseError& error) {
-    ThrowUsage(app, error);
+    ThrowUsage(app, error, address);
   }
   return {};
+}
+
+std::string HelpAbout(const CLI::App& app, const std::string& command) {
+  // The parser's own call would answer with the help of the command that was given.
+  if (command.empty())
+    return app.get_formatter()->make_help(&app, app.get_name(), CLI::AppFormatMode::Normal);
+  const std::vector<std::string> commands = CommandNames(app);
+  if (std::find(commands.begin(), commands.end(), command) == commands.end())
+    ThrowGeneralUsage(UnknownCommand(app, command));
+  return app.get_subcommand(command)->help(app.get_name());
 }
 
 void SetUpApp(CLI::App& app) {
@@ -188,14 +259,16 @@ std::variant<Request, HelpText> ParseCommandLine(const std::vector<std::string>&
   DefineCommands(definitions);
 
   RefuseEmptyWords(words);
-  const std::string help = Parse(app, words);
+  const std::string help = Parse(app, words, texts.address);
   if (!help.empty()) return HelpText{help};
 
   Unprotect(texts);
   request.command = ParsedCommand(app);
+  if (request.command == kHelpCommand) return HelpText{HelpAbout(app, texts.topic)};
   if (!common.progress.empty()) request.options.progress = ProgressArgument(common.progress);
   if (!common.timeout.empty())
     request.options.timeoutSeconds = SecondsArgument("--timeout", WithoutLongMinus(common.timeout));
+  FileNamePartArgument("--log-prefix", request.options.logPrefix);
   if (request.command != "run") request.address = AddressArgument(texts.address);
   request.action = definitions.makers.at(request.command)(texts);
   return request;

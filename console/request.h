@@ -55,7 +55,7 @@ struct MonitorAction {
 };
 
 struct SlewAction {
-  int direction = 0;  ///< 1 north, 2 south, 3 east, 4 west
+  int direction = 0;  ///< a TelescopeDirection
   std::string directionName;
   int speed = 0;  ///< 0 to 9
   double forSeconds = 0.0;

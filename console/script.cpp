@@ -41,12 +41,12 @@ bool TakeWord(std::string_view& rest, std::string& word) {
 
 Request ParseLine(std::string_view line, const CommonOptions& defaults) {
   std::vector<std::string> words;
-  if (!SplitScriptLine(line, words)) throw Failure(ExitCode::kWrongUsage, "a quote is not closed");
+  if (!SplitScriptLine(line, words)) throw Failure(ExitCode::kWrongUsage, "unclosed quote");
   auto parsed = ParseCommandLine(words, defaults);
   if (std::holds_alternative<HelpText>(parsed))
-    throw Failure(ExitCode::kWrongUsage, "--help and --version have no place in a script");
+    throw Failure(ExitCode::kWrongUsage, "help, --help and --version cannot be used in a script");
   if (std::holds_alternative<RunAction>(std::get<Request>(parsed).action))
-    throw Failure(ExitCode::kWrongUsage, "a script cannot run another one");
+    throw Failure(ExitCode::kWrongUsage, "a script cannot run another script");
   return std::get<Request>(std::move(parsed));
 }
 

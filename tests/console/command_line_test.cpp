@@ -11,7 +11,9 @@
 namespace velquinctl {
 namespace {
 
+using testing::AllOf;
 using testing::HasSubstr;
+using testing::Not;
 using Words = std::vector<std::string>;
 
 Request Parse(const Words& words, const CommonOptions& defaults = {}) {
@@ -136,7 +138,7 @@ TEST(CommandLine, HelpIsThereForEveryCommandWithExamples) {
   const std::string all = Help({"--help"});
   for (const char* command :
        {"check", "status", "monitor", "goto", "sync", "stop", "home", "park", "unpark", "slew",
-        "pulse", "guide-speed", "site", "dialog", "align-reset", "ini", "run"}) {
+        "pulse", "guide-speed", "site", "dialog", "align-reset", "ini", "run", "help"}) {
     EXPECT_THAT(all, HasSubstr(std::string("  ") + command + " "));
     const std::string help = Help({command, "--help"});
     EXPECT_THAT(help, HasSubstr("Examples:\n  velquinctl " + std::string(command)));
@@ -155,12 +157,77 @@ TEST(CommandLine, WrongWordsAreNamed) {
   EXPECT_THAT(Complaint({"got", "m"}), HasSubstr("unknown command \"got\""));
   EXPECT_THAT(Complaint({"--foo"}), HasSubstr("unknown option \"--foo\""));
   EXPECT_THAT(Complaint({"goto", "m", "5h"}), HasSubstr("DEC is required"));
-  EXPECT_THAT(Complaint({"goto", "m", "5h", "2", "3"}), HasSubstr("not expected: 3"));
-  EXPECT_THAT(Complaint({"goto", "m", "5h", "2", "--foo"}), HasSubstr("not expected: --foo"));
+  EXPECT_THAT(Complaint({"goto", "m", "5h", "2", "3"}), HasSubstr("unexpected argument \"3\""));
+  EXPECT_THAT(Complaint({"goto", "m", "5h", "2", "--foo"}), HasSubstr("unknown option \"--foo\""));
   EXPECT_THAT(Complaint({"status", "m", "--timeout"}), HasSubstr("--timeout needs a value"));
   EXPECT_THAT(Complaint({"park"}), HasSubstr("ADDRESS is required"));
-  EXPECT_THAT(Complaint({"status", ""}), HasSubstr("is no address"));
-  EXPECT_THAT(Complaint({"status", "a b"}), HasSubstr("is no address"));
+  EXPECT_THAT(Complaint({"status", "a b"}), HasSubstr("is not an address"));
+}
+
+TEST(CommandLine, UnexpectedArgumentsAreListedInTheirOrder) {
+  EXPECT_THAT(Complaint({"goto", "m", "5h", "2", "first", "-3", "third"}),
+              HasSubstr("unexpected arguments \"first\" \"-3\" \"third\""));
+}
+
+TEST(CommandLine, AnUnknownOptionIsNamedBeforeWhatIsMissing) {
+  EXPECT_THAT(Complaint({"goto", "--hlp"}),
+              AllOf(HasSubstr("unknown option \"--hlp\""), HasSubstr("did you mean --help?")));
+  EXPECT_THAT(Complaint({"--hlp"}),
+              AllOf(HasSubstr("unknown option \"--hlp\""), HasSubstr("did you mean --help?")));
+  EXPECT_THAT(Complaint({"site", "m", "--lattitude", "35", "--longitude", "139"}),
+              AllOf(HasSubstr("\"--lattitude\""), HasSubstr("did you mean --latitude?")));
+  EXPECT_THAT(Complaint({"status", "m", "--tmeout=5"}),
+              AllOf(HasSubstr("\"--tmeout=5\""), HasSubstr("did you mean --timeout?")));
+  EXPECT_THAT(Complaint({"status", "--bogus"}), Not(HasSubstr("did you mean")));
+}
+
+TEST(CommandLine, AMistypedCommandIsCorrected) {
+  EXPECT_THAT(Complaint({"got", "m"}), HasSubstr("did you mean goto?"));
+  EXPECT_THAT(Complaint({"staus", "m"}), HasSubstr("did you mean status?"));
+  EXPECT_THAT(Complaint({"telescope", "m"}), Not(HasSubstr("did you mean")));
+}
+
+TEST(CommandLine, AForgottenAddressIsMissedFirst) {
+  const char* const first = "the first argument must be the mount's address, and ";
+  for (const Words& words :
+       {Words{"goto", "5h34m31.9s", "+22d00m52s"}, Words{"goto", "83.633", "-5.39"},
+        Words{"sync", "05:34:31.9", "22"}, Words{"dialog", "5h34m31.9s", "+22d00m52s"},
+        Words{"slew", "north"}, Words{"guide-speed", "0.5", "0.75"}, Words{"goto", "-5.5", "3"},
+        Words{"status", "5h34m31.9s"}, Words{"goto", "5h34m31.9s", "+22d00m52s", "60"}}) {
+    EXPECT_THAT(Complaint(words), HasSubstr(first + ('"' + words[1] + "\" is not one")))
+        << testing::PrintToString(words);
+  }
+  for (const char* host : {"127.1", "10.0.0.7", "east-pier", "north", "mount5"})
+    EXPECT_EQ(Parse({"status", host}).address, host);
+}
+
+TEST(CommandLine, HelpIsACommandToo) {
+  EXPECT_EQ(Help({"help"}), Help({"--help"}));
+  EXPECT_EQ(Help({"help", "goto"}), Help({"goto", "--help"}));
+  EXPECT_EQ(Help({"help", "guide-speed"}), Help({"guide-speed", "--help"}));
+  EXPECT_EQ(Help({"--quiet", "help", "run"}), Help({"run", "--help"}));
+  EXPECT_THAT(Complaint({"help", "got"}),
+              AllOf(HasSubstr("unknown command \"got\""), HasSubstr("did you mean goto?")));
+  EXPECT_THAT(Complaint({"help", "goto", "park"}), HasSubstr("unexpected argument \"park\""));
+}
+
+TEST(CommandLine, AnEmptyArgumentIsNamedByItsPlace) {
+  EXPECT_THAT(Complaint({"run", ""}), HasSubstr("argument 2 is empty"));
+  EXPECT_THAT(Complaint({"status", ""}), HasSubstr("argument 2 is empty"));
+  EXPECT_THAT(Complaint({""}), HasSubstr("argument 1 is empty"));
+  EXPECT_THAT(Complaint({"status", "m", "--json", ""}), HasSubstr("argument 4 is empty"));
+  EXPECT_THAT(Complaint({"status", "m", "--timeout=5", ""}), HasSubstr("argument 4 is empty"));
+  EXPECT_EQ(Complaint({"status", "m", "--timeout", ""}), "--timeout needs a value");
+}
+
+TEST(CommandLine, TheJournalsPrefixIsPartOfAFileName) {
+  for (const char* prefix : {"a/b", "a\\b", "C:", "a*", "what?", "\"q\"", "<", ">", "|"}) {
+    EXPECT_THAT(Complaint({"status", "m", "--log-prefix", prefix}),
+                AllOf(HasSubstr("--log-prefix: "), HasSubstr("cannot be part of a file name")))
+        << prefix;
+  }
+  EXPECT_EQ(Parse({"status", "m", "--log-prefix", "\u6771 pier-2.a"}).options.logPrefix,
+            "\u6771 pier-2.a");
 }
 
 TEST(CommandLine, WrongValuesAreNamed) {
@@ -181,7 +248,11 @@ TEST(CommandLine, WrongValuesAreNamed) {
   EXPECT_THAT(Complaint({"site", "m", "--latitude", "1", "--longitude", "1", "--time", "noon"}),
               HasSubstr("\"noon\""));
   EXPECT_THAT(Complaint({"status", "m", "--timeout", "soon"}), HasSubstr("\"soon\""));
-  EXPECT_THAT(Complaint({"status", "m", "--timeout", "-3"}), HasSubstr("-3"));
+  for (const char* timeout : {"-3", "0", "604801"}) {
+    EXPECT_EQ(Complaint({"status", "m", "--timeout", timeout}),
+              std::string("--timeout: ") + timeout +
+                  " is out of range (greater than 0, at most 604800 seconds)");
+  }
   EXPECT_THAT(Complaint({"status", "m", "--progress", "loud"}), HasSubstr("\"loud\""));
   EXPECT_THAT(Complaint({"status", "m", "--for", "3"}), HasSubstr("--watch"));
 }

@@ -9,8 +9,8 @@ namespace {
 
 TEST(ErrorLine, IsWhatWasSaid) {
   EXPECT_EQ(ErrorLine(""), "");
-  EXPECT_EQ(ErrorLine("velquinctl: \"2\u00B0\" is no number"),
-            "velquinctl: \"2\u00B0\" is no number");
+  EXPECT_EQ(ErrorLine("velquinctl: \"2\u00B0\" is not a number"),
+            "velquinctl: \"2\u00B0\" is not a number");
   EXPECT_EQ(ErrorLine(std::string(800, 'x')), std::string(800, 'x'));
 }
 

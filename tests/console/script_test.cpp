@@ -84,7 +84,7 @@ TEST(Script, TheFirstWrongLineIsNamed) {
               testing::AllOf(StartsWith("evening.txt:3: "), HasSubstr("\"25h\"")));
   EXPECT_THAT(Complaint("foo bar"),
               testing::AllOf(StartsWith("evening.txt:1: "), HasSubstr("\"foo\"")));
-  EXPECT_THAT(Complaint("status \"m"), StartsWith("evening.txt:1: a quote is not closed"));
+  EXPECT_THAT(Complaint("status \"m"), StartsWith("evening.txt:1: unclosed quote"));
 }
 
 TEST(Script, NeitherHelpNorAnotherScriptHasAPlaceInIt) {

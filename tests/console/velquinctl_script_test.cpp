@@ -48,7 +48,7 @@ TEST_F(VelquinctlScript, AWrongLineIsFoundBeforeAnythingIsSent) {
   EXPECT_EQ(result.exitCode, 2);
   EXPECT_EQ(result.out, "");
   ASSERT_THAT(result.ErrorLines(), SizeIs(1));
-  EXPECT_THAT(result.error, StartsWith(File() + ":3: \"200\" is no declination"));
+  EXPECT_THAT(result.error, StartsWith(File() + ":3: \"200\" is not a declination"));
   EXPECT_THAT(mount.Commands(), IsEmpty());
 }
 

@@ -190,8 +190,9 @@ TEST(WrongArguments, WhatIsNoNumberIsRefused) {
     }
   }
   for (const std::string& text : kNoNumbers) {
-    ExpectRefused({"guide-speed", "m", text, "0.5"}, {"RA: ", "DEC is required"});
-    ExpectRefused({"guide-speed", "m", "0.5", text}, {"DEC: ", "DEC is required"});
+    ExpectRefused({"guide-speed", "m", text, "0.5"}, {"RA: ", "DEC is required", "unknown option"});
+    ExpectRefused({"guide-speed", "m", "0.5", text},
+                  {"DEC: ", "DEC is required", "unknown option"});
   }
 }
 
@@ -236,14 +237,21 @@ TEST(WrongArguments, WhatIsNoAddressIsRefused) {
       if (command == "run") continue;
       Words words = Line(command);
       words[1] = text;
-      ExpectRefused(words, {"is no address"});
+      ExpectRefused(words, {text.empty() ? "argument 2 is empty" : "is not an address",
+                            "is not a valid mount address"});
     }
   }
 }
 
+TEST(WrongArguments, ATextThatNoFileNameMayHaveIsRefused) {
+  for (const char* prefix : {"a/b", "a\\b", "a\nb", "\x1B[31m", ":"})
+    ExpectRefused(Line("status", {"--log-prefix", prefix}), {"--log-prefix: "});
+}
+
 TEST(WrongArguments, WhatIsNoneOfAFewWordsIsRefused) {
   for (const std::string& text : {std::string(), std::string("North"), std::string("n"), kLong}) {
-    ExpectRefused({"slew", "m", text}, {text.empty() ? "argument 3 is empty" : "is no direction"});
+    ExpectRefused({"slew", "m", text},
+                  {text.empty() ? "argument 3 is empty" : "is not a direction"});
     ExpectRefused(Line("status", {"--progress=" + (text.empty() ? "x" : text)}), {"--progress: "});
   }
   for (const char* text : {"yesterday", "2026-13-01T00:00", "2026-11-21", "24:00"}) {
