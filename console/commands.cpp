@@ -4,6 +4,7 @@
 
 #include "console/failure.h"
 #include "console/files.h"
+#include "console/host_address.h"
 #include "console/text_encoding.h"
 
 namespace velquinctl {
@@ -48,7 +49,7 @@ Session& CommandContext::Connect() const {
 
 void CheckBeforehand(const Request& request) {
   const CommonOptions& options = request.options;
-  SystemFromUtf8("ADDRESS", request.address);
+  CheckAddress(request.address);
   SystemFromUtf8("--name", options.name);
   SystemFromUtf8("--log-path", options.logPath);
   SystemFromUtf8("--log-prefix", options.logPrefix);

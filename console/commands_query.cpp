@@ -4,6 +4,7 @@
 #include "console/commands.h"
 #include "console/driver_messages.h"
 #include "console/failure.h"
+#include "console/host_address.h"
 #include "console/mount_poll.h"
 #include "console/text_encoding.h"
 
@@ -25,7 +26,7 @@ void PerformCheck(const CommandContext& context) {
   const Driver driver(context.request.options.library);
   char version[256] = {};
   char extra[8] = {};
-  const std::string host = SystemFromUtf8("ADDRESS", address);
+  const std::string host = ResolvedAddress(address);
   if (driver.Check(nullptr, host.c_str(), nullptr, version, sizeof version, extra, sizeof extra) !=
       1)
     throw Failure(ExitCode::kMountFailed,

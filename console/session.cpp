@@ -5,6 +5,7 @@
 #include "console/driver_messages.h"
 #include "console/failure.h"
 #include "console/files.h"
+#include "console/host_address.h"
 #include "console/steady_time.h"
 #include "console/text_encoding.h"
 
@@ -40,7 +41,7 @@ bool SessionSettings::Serve(SessionSettings asked) const {
 
 Session::Session(const SessionSettings& settings, MessageWatch& messages)
     : settings_(settings), driver_(settings.library) {
-  const std::string address = SystemFromUtf8("ADDRESS", settings.address);
+  const std::string address = ResolvedAddress(settings.address);
   driver_.SetName(nullptr, SystemFromUtf8("--name", settings.name).c_str());
   driver_.SetLogPath(nullptr, SystemFromUtf8("--log-path", settings.logPath).c_str());
   driver_.SetLogPrefix(nullptr, SystemFromUtf8("--log-prefix", settings.logPrefix).c_str());

@@ -60,6 +60,14 @@ TEST_F(VelquinctlScript, AMissingFileInALineIsFoundBeforeAnythingIsSent) {
   EXPECT_THAT(mount.Commands(), IsEmpty());
 }
 
+TEST_F(VelquinctlScript, AnInvalidAddressInALineIsFoundBeforeAnythingIsSent) {
+  const ProgramResult result =
+      RunScript("goto " + Address() + " 6h 20\nstatus 300.1.2.3\n", {"--quiet"});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_THAT(result.error, StartsWith(File() + ":2: \"300.1.2.3\" is not a valid IPv4 address"));
+  EXPECT_THAT(mount.Commands(), IsEmpty());
+}
+
 TEST_F(VelquinctlScript, AFailingLineEndsTheRun) {
   const ProgramResult result =
       RunScript("goto " + Address() + " 6h 20\ngoto " + Address() + " 5h -80\nhome " + Address());

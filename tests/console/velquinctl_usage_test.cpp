@@ -34,6 +34,11 @@ TEST_F(VelquinctlTest, EveryWrongInputIsOneLineAndExitCode2) {
       {"goto", a, "5h", "10", "--timeout"},
       {"goto", a, "5h", "10", "--timeout", "0"},
       {"goto", "", "5h", "10"},
+      {"goto", "5h34m31.9s", "+22d00m52s"},
+      {"status", "300.1.2.3"},
+      {"status", a + ".1"},
+      {"run", ""},
+      {"status", a, "--log-prefix", "a/b"},
       {"status", a, "--progress", "loud"},
       {"status", a, "--timeout", ""},
       {"status", a, "--log-prefix", "--json"},
@@ -63,6 +68,37 @@ TEST_F(VelquinctlTest, EveryWrongInputIsOneLineAndExitCode2) {
     EXPECT_THAT(result.error, StartsWith("velquinctl: ")) << shown;
   }
   EXPECT_THAT(mount.Commands(), IsEmpty());
+}
+
+TEST_F(VelquinctlTest, AnInvalidIPv4AddressIsNotSentTo) {
+  const ProgramResult result = RunVelquinctl({"check", "300.1.2.3"});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(result.error,
+            "velquinctl: \"300.1.2.3\" is not a valid IPv4 address (write four numbers from 0 to "
+            "255)\n");
+}
+
+TEST_F(VelquinctlTest, AHostNameThatCannotBeResolvedIsNamed) {
+  for (const char* command : {"check", "status"}) {
+    const ProgramResult result = RunVelquinctl({command, "no-such-mount.invalid", "--json"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.error,
+              "velquinctl: the host name \"no-such-mount.invalid\" cannot be resolved\n");
+    EXPECT_EQ(Json(result)["error"], "the host name \"no-such-mount.invalid\" cannot be resolved");
+  }
+}
+
+TEST_F(VelquinctlTest, AHostNameLeadsToItsMount) {
+  ASSERT_EQ(Address(), "127.0.0.1") << "the name is this machine's";
+  const ProgramResult result = RunVelquinctl({"check", "localhost"});
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+  EXPECT_THAT(result.out, StartsWith("localhost answers: version "));
+}
+
+TEST_F(VelquinctlTest, HelpIsACommand) {
+  const ProgramResult help = RunVelquinctl({"help", "goto"});
+  EXPECT_EQ(help.exitCode, 0);
+  EXPECT_EQ(help.out, RunVelquinctl({"goto", "--help"}).out);
 }
 
 TEST_F(VelquinctlTest, HelpAndVersionNeedNoMount) {
