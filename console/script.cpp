@@ -7,6 +7,7 @@
 
 #include "console/command_line.h"
 #include "console/failure.h"
+#include "console/script_text.h"
 
 namespace velquinctl {
 namespace {
@@ -42,6 +43,8 @@ bool TakeWord(std::string_view& rest, std::string& word) {
 Request ParseLine(std::string_view line, const CommonOptions& defaults) {
   std::vector<std::string> words;
   if (!SplitScriptLine(line, words)) throw Failure(ExitCode::kWrongUsage, "unclosed quote");
+  if (!std::all_of(words.begin(), words.end(), IsUtf8))
+    throw Failure(ExitCode::kWrongUsage, "not valid UTF-8 (save the file as UTF-8)");
   auto parsed = ParseCommandLine(words, defaults);
   if (std::holds_alternative<HelpText>(parsed))
     throw Failure(ExitCode::kWrongUsage, "help, --help and --version cannot be used in a script");
@@ -62,10 +65,10 @@ bool SplitScriptLine(std::string_view line, std::vector<std::string>& words) {
   return true;
 }
 
-std::vector<ScriptLine> ParseScript(std::string_view content, const std::string& fileName,
+std::vector<ScriptLine> ParseScript(std::string_view bytes, const std::string& fileName,
                                     const CommonOptions& defaults) {
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-  if (content.starts_with(kByteOrderMark)) content.remove_prefix(kByteOrderMark.size());
+  const std::string text = ScriptText(bytes, fileName);
+  std::string_view content = text;
   std::vector<ScriptLine> lines;
   for (int number = 1; !content.empty(); ++number) {
     const size_t end = std::min(content.find('\n'), content.size());

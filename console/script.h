@@ -18,11 +18,12 @@ struct ScriptLine {
 };
 
 /// Reads a script: a command a line, blank lines, # comments, "quoted words".
-/// @param content the whole file, UTF-8, with or without a mark at its beginning
+/// @param bytes the whole file, as ScriptText reads it
 /// @param fileName for the messages
 /// @param defaults options that hold for every line that says nothing else
-/// @throws Failure with kWrongUsage and "FILE:LINE: what is wrong" for the first wrong line
-std::vector<ScriptLine> ParseScript(std::string_view content, const std::string& fileName,
+/// @throws Failure with kWrongUsage and "FILE:LINE: what is wrong" for the first wrong line, and
+///         what ScriptText throws
+std::vector<ScriptLine> ParseScript(std::string_view bytes, const std::string& fileName,
                                     const CommonOptions& defaults);
 
 /// Splits a line into words at blanks; # begins a comment where a word could begin. Within double

@@ -21,7 +21,7 @@ std::vector<ScriptLine> JudgedLines(const std::string& file, const CommonOptions
     throw Failure(ExitCode::kWrongUsage, std::string(kProgramName) + ": cannot read " + file);
   if (content->size() > kLongestScript)
     throw Failure(ExitCode::kWrongUsage, std::string(kProgramName) + ": " + file +
-                                             " is no script: it is longer than a megabyte");
+                                             " is too long for a script (more than a megabyte)");
   std::vector<ScriptLine> lines = ParseScript(*content, file, defaults);
   for (const ScriptLine& line : lines) {
     try {

@@ -68,6 +68,21 @@ TEST(Script, KeepsTheLinesThatAskForSomething) {
   EXPECT_FALSE(lines[2].request.options.timeoutSeconds);
 }
 
+TEST(Script, MayBeInUtf16) {
+  std::string content = "\xFF\xFE";
+  for (const char c : std::string_view("# an evening\r\npark m\r\n")) content += {c, '\0'};
+  const auto lines = ParseScript(content, "evening.txt", {});
+  ASSERT_EQ(lines.size(), 1u);
+  EXPECT_EQ(lines[0].number, 2);
+  EXPECT_EQ(lines[0].text, "park m");
+}
+
+TEST(Script, HasNoWordThatIsNotUtf8) {
+  EXPECT_EQ(Complaint("park m\nstatus m --name \x96\x5D\n"),
+            "evening.txt:2: not valid UTF-8 (save the file as UTF-8)");
+  EXPECT_THAT(ParseScript("park m # \x96\x5D", "f", {}), testing::SizeIs(1)) << "a comment";
+}
+
 TEST(Script, LinesInheritTheOptionsOfTheRun) {
   CommonOptions options;
   options.json = true;

@@ -108,6 +108,14 @@ TEST_F(VelquinctlScript, OptionsOfTheRunHoldForItsLines) {
   EXPECT_EQ(json::parse(result.OutLines()[1])["command"], "pulse");
 }
 
+TEST_F(VelquinctlScript, MayBeInUtf16) {
+  std::string content = "\xFF\xFE";
+  for (const char c : "pulse " + Address() + " --north 50\r\n") content += {c, '\0'};
+  const ProgramResult result = RunScript(content);
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+  EXPECT_THAT(result.OutLines().front(), testing::Eq("> pulse " + Address() + " --north 50"));
+}
+
 TEST_F(VelquinctlScript, AnEmptyScriptIsDone) {
   const ProgramResult result = RunScript("# nothing today\n");
   EXPECT_EQ(result.exitCode, 0);
