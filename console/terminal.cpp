@@ -7,6 +7,7 @@
 #include <shellapi.h>
 
 #include <cstdio>
+#include <string_view>
 
 #include "console/text_encoding.h"
 
@@ -28,7 +29,10 @@ Terminal::~Terminal() {
 
 bool Terminal::OutputIsTerminal() {
   DWORD mode = 0;
-  return GetConsoleMode(GetStdHandle(STD_OUTPUT_HANDLE), &mode) != 0;
+  if (GetConsoleMode(GetStdHandle(STD_OUTPUT_HANDLE), &mode) != 0) return true;
+  wchar_t passedOn[8] = {};
+  GetEnvironmentVariableW(L"VELQUINCTL_TERMINAL", passedOn, 8);
+  return std::wstring_view(passedOn) == L"1";
 }
 
 std::vector<std::string> Terminal::CommandLineWords() {

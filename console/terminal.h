@@ -15,7 +15,8 @@ class Terminal {
   Terminal& operator=(const Terminal&) = delete;
   ~Terminal();
 
-  /// @return whether standard output is a console window and not a pipe or a file.
+  /// @return whether standard output is a console window and not a pipe or a file. A program that
+  ///         passes the output on to a terminal sets VELQUINCTL_TERMINAL=1 in the environment.
   static bool OutputIsTerminal();
 
   /// @return the words after the program's name, UTF-8.
