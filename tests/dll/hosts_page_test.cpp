@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The host that docs/hosts.md shows, cut out of the page and built.
+// The hosts that docs/hosts.md shows, cut out of the page and built.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <thread>
 
 #include "simulator/scripted_controller.h"
 #include "tests/dll/run_program.h"
@@ -32,8 +33,55 @@ TEST(HostsPage, ShowsAHostThatStopsTheMountWhenThePositionIsLost) {
   EXPECT_TRUE(controller.WaitFor("$MTSTP=1", kSoonMs));
 }
 
-TEST(HostsPage, ShowsAHostThatRefusesWrongArguments) {
+TEST(HostsPage, ShowsHostsThatRefuseWrongArguments) {
   EXPECT_EQ(RunProgram("goto_host.exe", {}), 2u);
+  EXPECT_EQ(RunProgram("park_host.exe", {}), 2u);
+}
+
+constexpr char kTracking[] = "60000.5,1,0,0,0,90.0,10,20,6.0,22.5,4";
+constexpr char kParked[] = "60000.5,3,0,0,0,90.0,10,20,6.0,22.5,1";
+constexpr char kPark[] = "$MTTGT=2,10.000000,20.000000,Park";
+
+TEST(HostsPage, ShowsAHostThatParks) {
+  simulator::ScriptedController controller;
+  controller.LooksLikeAMount();
+  controller.Status(kTracking);
+  std::thread mount([&controller] {
+    if (controller.WaitFor(kPark, kSoonMs)) controller.Status(kParked);
+  });
+  EXPECT_EQ(RunProgram("park_host.exe", {controller.Address()}), 0u);
+  mount.join();
+  EXPECT_FALSE(controller.Saw("$MTSTP=1"));
+}
+
+TEST(HostsPage, ShowsAHostThatNoticesARefusalWithoutAWord) {
+  simulator::ScriptedController controller;
+  controller.LooksLikeAMount();
+  controller.Status(kTracking);
+  EXPECT_EQ(RunProgram("park_host.exe", {controller.Address()}), 1u);
+  EXPECT_TRUE(controller.Saw(kPark));
+}
+
+TEST(HostsPage, ShowsAHostThatAnswersTheBoxAboutTheHorizon) {
+  simulator::ScriptedController controller;
+  controller.LooksLikeAMount();
+  controller.Status(kTracking);
+  controller.Answers(kPark, "$MTTGT=BELOWHORIZON");
+  EXPECT_EQ(RunProgram("park_host.exe", {controller.Address()}), 1u);
+  EXPECT_TRUE(controller.WaitFor("$MTSTP=1", kSoonMs)) << "a box keeps it from the mount";
+}
+
+TEST(HostsPage, ShowsAHostThatAnswersTheBoxOfAStartThatFails) {
+  simulator::ScriptedController silent;
+  EXPECT_EQ(RunProgram("park_host.exe", {silent.Address()}), 1u);
+}
+
+TEST(HostsPage, ShowsAHostThatDoesNotParkWithoutAPosition) {
+  simulator::ScriptedController controller;
+  controller.LooksLikeAMount();
+  controller.IsSilentTo("$MTSTA?");
+  EXPECT_EQ(RunProgram("park_host.exe", {controller.Address()}), 1u);
+  EXPECT_FALSE(controller.Saw("$MTTGT=2,0.000000,0.000000,Park"));
 }
 
 }  // namespace
