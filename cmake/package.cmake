@@ -20,13 +20,16 @@ add_custom_target(velquin_microsoft_library DEPENDS ${microsoft_library})
 # The pages for users and for authors of hosts; those that stay behind are for who changes the driver.
 set(pages hosts.md protocol.md reference.md troubleshooting.md velquinctl.md windows.md)
 set(page_script ${PROJECT_SOURCE_DIR}/scripts/lib/package_pages.py)
-list(TRANSFORM pages PREPEND ${PROJECT_SOURCE_DIR}/docs/ OUTPUT_VARIABLE page_sources)
 list(TRANSFORM pages PREPEND ${package_build}/docs/ OUTPUT_VARIABLE packaged_pages)
-add_custom_command(OUTPUT ${packaged_pages}
+list(TRANSFORM pages PREPEND docs/)
+list(TRANSFORM pages PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE page_sources)
+set(packaged_changes ${package_build}/CHANGELOG.md)
+add_custom_command(OUTPUT ${packaged_pages} ${packaged_changes}
   COMMAND python3 ${page_script} ${PROJECT_SOURCE_DIR} ${package_build}/docs ${pages}
-  DEPENDS ${page_script} ${page_sources}
+  COMMAND python3 ${page_script} ${PROJECT_SOURCE_DIR} ${package_build} CHANGELOG.md
+  DEPENDS ${page_script} ${page_sources} ${PROJECT_SOURCE_DIR}/CHANGELOG.md
   COMMENT "Making the package's pages" VERBATIM)
-add_custom_target(velquin_package_pages DEPENDS ${packaged_pages})
+add_custom_target(velquin_package_pages DEPENDS ${packaged_pages} ${packaged_changes})
 
 add_custom_target(package_files)
 add_dependencies(package_files velquin velquinctl velquin-sim velquin_microsoft_library
@@ -54,7 +57,7 @@ endforeach()
 install(FILES ${packaged_pages} DESTINATION docs COMPONENT package)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/images DESTINATION docs COMPONENT package
   FILES_MATCHING PATTERN *.png)
-install(FILES ${package_build}/README.txt ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+install(FILES ${package_build}/README.txt ${packaged_changes}
   DESTINATION . COMPONENT package)
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION . RENAME LICENSE.txt COMPONENT package)
 

@@ -14,7 +14,7 @@
 
 #include <stdint.h>
 
-/* The library itself lists its exports in velquin.def. */
+/* A host imports the functions. The library's own build defines VELQUIN_BUILDING_LIBRARY. */
 #ifndef VELQUIN_API
 #if defined(_WIN32) && !defined(VELQUIN_BUILDING_LIBRARY)
 #define VELQUIN_API __declspec(dllimport)

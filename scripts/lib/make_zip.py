@@ -4,7 +4,8 @@
 Usage: make_zip.py FOLDER ZIP SECONDS
 
 Entries are sorted and begin with the folder's name. All have one time, SECONDS since 1970 shown as
-universal time, and fixed permissions: programs may be run, everything may be read.
+universal time, and fixed permissions: programs (.exe, .dll, and what its owner may run) may be run,
+everything may be read.
 """
 import sys
 import time
@@ -16,10 +17,11 @@ PROGRAMS = {".exe", ".dll"}
 EARLIEST = (1980, 1, 1, 0, 0, 0)  # a zip knows no older time
 
 
-def entry_of(name, when):
+def entry_of(name, file, when):
     entry = zipfile.ZipInfo(name, date_time=when)
     entry.create_system = UNIX
-    mode = 0o755 if Path(name).suffix in PROGRAMS else 0o644
+    program = file.suffix in PROGRAMS or file.stat().st_mode & 0o100
+    mode = 0o755 if program else 0o644
     entry.external_attr = (0o100000 | mode) << 16
     entry.compress_type = zipfile.ZIP_DEFLATED
     return entry
@@ -31,7 +33,7 @@ def pack(folder, target, seconds):
              for file in folder.rglob("*") if file.is_file()}
     with zipfile.ZipFile(target, "w") as archive:
         for name in sorted(files):
-            archive.writestr(entry_of(name, when), files[name].read_bytes(), compresslevel=9)
+            archive.writestr(entry_of(name, files[name], when), files[name].read_bytes(), compresslevel=9)
 
 
 def main():

@@ -8,8 +8,11 @@ Usage: contents.py ZIP VERSION REPOSITORY
   - the project's version in all places that tell one
   - no path of the machine that it was made on
   - no link of a page that leads out of it, or to nothing
+  - no file, folder or program in a page that only the sources have
+  - the sources beside it, and a page that says so
 """
 import os
+import re
 import subprocess
 import sys
 import time
@@ -111,6 +114,48 @@ def check_paths(read, repository):
             expect(path == "/" or not found, f"{file} contains {path}")
 
 
+class SourceNames:
+    """What the sources have and the package has not, by the names that a page could use."""
+
+    def __init__(self, sources):
+        packaged = {Path(file).name for file in FILES}
+        self.paths = set(sources) - set(FILES)
+        self.folders = ({file.split("/")[0] for file in sources if "/" in file} -
+                        {file.split("/")[0] for file in FILES})
+        self.names = {Path(file).name for file in sources if "." in Path(file).name} - packaged
+        # A script without a hyphen is called by a word that a page may need.
+        self.programs = {Path(file).name for file in sources
+                         if file.startswith("scripts/") and re.fullmatch(r"\w+-\w+", Path(file).name)}
+
+    def has(self, word):
+        folder = word.split("/")[0]
+        return (word in self.paths or word in self.names or word in self.programs or
+                ("/" in word and folder in self.folders) or re.fullmatch(r"\w+_tests", word))
+
+
+def check_names(read, sources):
+    names = SourceNames(sources)
+    for file in FILES:
+        if not file.endswith((".md", ".txt", ".h", ".c", ".cpp")) or file.startswith("licenses/"):
+            continue
+        for number, line in enumerate(read(file).decode().splitlines(), 1):
+            for word in re.findall(r"[\w./\\-]+", line):
+                word = word.replace("\\", "/").strip("./-")
+                expect(not names.has(word), f"{file}:{number}: the package has no {word}")
+
+
+def read_sources(target, version, readme):
+    """The names of the files in the zip of the sources, which has to lie beside the package."""
+    name = f"velquin-{version}-sources"
+    expect(f"{name}.zip" in readme, f"README.txt does not name {name}.zip")
+    with zipfile.ZipFile(target.with_name(name + ".zip")) as archive:
+        entries = {entry.filename: entry.external_attr >> 16 for entry in archive.infolist()}
+    expect(all(entry.startswith(name + "/") for entry in entries), f"{name}.zip: several folders")
+    expect(entries.get(f"{name}/CMakeLists.txt", 0) & 0o777 == 0o644, f"{name}: no CMakeLists.txt")
+    expect(entries.get(f"{name}/scripts/test", 0) & 0o777 == 0o755, f"{name}: no scripts/test to run")
+    return [entry.removeprefix(name + "/") for entry in entries]
+
+
 def check_links(package):
     folders = {str(parent) for file in FILES for parent in Path(file).parents}
     for page in (file for file in FILES if file.endswith(".md")):
@@ -130,6 +175,8 @@ def main():
             check_version(read, version)
             check_paths(read, repository)
             check_links(zipfile.Path(archive, f"{folder}/"))
+            readme = read("README.txt").decode()
+            check_names(read, read_sources(Path(target), version, readme))
     print("\n".join(problems) or f"{len(FILES)} files")
     return 1 if problems else 0
 

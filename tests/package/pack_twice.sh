@@ -13,4 +13,6 @@ mkdir -p "$place/other temporary folder"
   export TZ=Pacific/Auckland LC_ALL=C TMPDIR="$place/other temporary folder"
   "$root/scripts/package" --no-setup --build "$build" --to "$place/second"
 )
-cmp "$place/first/velquin-$version-win64.zip" "$place/second/velquin-$version-win64.zip"
+for zip in "velquin-$version-win64.zip" "velquin-$version-sources.zip"; do
+  cmp "$place/first/$zip" "$place/second/$zip"
+done
