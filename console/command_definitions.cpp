@@ -241,11 +241,9 @@ void DefineSettings(CommandDefinitions& d) {
                           "  velquinctl align-reset 192.168.1.10\n",
                           [](const ArgumentTexts&) { return AlignResetAction{}; }));
 
-  CLI::App* ini =
-      Command(d, "ini", "Connect with the meridian overrides of an INI file",
-              "  velquinctl ini 192.168.1.10 mount.ini Mount\n", [](const ArgumentTexts& t) {
-                return IniAction{t.file, t.section};
-              });
+  CLI::App* ini = Command(d, "ini", "Connect with the meridian overrides of an INI file",
+                          "  velquinctl ini 192.168.1.10 mount.ini Mount\n",
+                          [](const ArgumentTexts& t) { return IniAction{t.file, t.section}; });
   TakesAddress(d, ini);
   ini->add_option("FILE", d.texts.file, "the INI file")->type_name("")->required();
   ini->add_option("SECTION", d.texts.section,
