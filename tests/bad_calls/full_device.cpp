@@ -7,38 +7,11 @@
 #include <chrono>
 #include <stdexcept>
 
+#include "tests/bad_calls/machine_shell.h"
 #include "tests/support/eventually.h"
 #include "tests/support/own_handles_win32.h"
 
 namespace {
-
-// This machine's own name of a Windows path, in UTF-8.
-std::string MachinePath(const std::filesystem::path& path) {
-  using Function = char*(CDECL*)(const wchar_t*);
-  const auto function = reinterpret_cast<Function>(reinterpret_cast<void*>(
-      GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "wine_get_unix_file_name")));
-  char* name = function == nullptr ? nullptr : function(path.c_str());
-  if (name == nullptr) throw std::runtime_error("this is not Wine, or there is no such folder");
-  const std::string result = name;
-  HeapFree(GetProcessHeap(), 0, name);
-  return result;
-}
-
-void RunShell(const std::string& script) {
-  const std::string utf8 = "/bin/sh -c \"" + script + "\"";
-  std::wstring command(utf8.size() + 1, L'\0');
-  MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), -1, command.data(),
-                      static_cast<int>(command.size()));
-  STARTUPINFOW startup = {};
-  startup.cb = sizeof startup;
-  PROCESS_INFORMATION process = {};
-  if (!CreateProcessW(L"Z:\\bin\\sh", command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                      &startup, &process)) {
-    throw std::runtime_error("the shell cannot be run");
-  }
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
-}
 
 // Not by its attributes: Wine tells none of a device.
 bool IsThere(const std::filesystem::path& path) {
@@ -58,16 +31,15 @@ FullDevice::FullDevice(const std::filesystem::path& folder, const std::vector<st
   std::string list;
   for (const std::string& name : names) list += " '" + name + "'";
   goThere_ += "for name in" + list + "; do ";
-  RunShell(goThere_ + "ln -sf /dev/full $name; done");
-  if (!Eventually([this] { return AreThere(); }, kSoon)) {
+  if (!StartShell(goThere_ + "ln -sf /dev/full $name; done") ||
+      !Eventually([this] { return AreThere(); }, kSoon)) {
     throw std::runtime_error("no link to the full device");
   }
 }
 
 // A folder with a device in it could not be deleted.
 FullDevice::~FullDevice() {
-  RunShell(goThere_ + "rm -f $name; done");
-  Eventually([this] { return !AreThere(); }, kSoon);
+  if (StartShell(goThere_ + "rm -f $name; done")) Eventually([this] { return !AreThere(); }, kSoon);
 }
 
 // The last one is made, and deleted, last.

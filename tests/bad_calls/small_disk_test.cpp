@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-// A disk on which a part of the journal, or of the log, has room. with-small-disk runs this: the
-// user's folder for local data, where the log is, is then a disk of 1 MiB.
+// A disk on which a part of the journal, or of the log, has room: one that is mounted where the log
+// is, or a limit to the size of files where nothing may be mounted (see small_disk.h).
 #include <windows.h>
 
 #include <gmock/gmock.h>
 
-#include <shlobj.h>
-
 #include <filesystem>
+#include <memory>
 
 #include "simulator/scripted_controller.h"
+#include "tests/bad_calls/small_disk.h"
 #include "tests/endurance/compressed_clock.h"
 #include "tests/support/driver_library.h"
 #include "tests/support/eventually.h"
@@ -21,25 +21,9 @@ namespace {
 using testing::SizeIs;
 using testing::StartsWith;
 
-constexpr uint64_t kDiskBytes = 1024 * 1024;
 constexpr uint64_t kJournalBytes = 64 * 1024;
 constexpr uint64_t kLogBytes = 4096;  // the least that the disk has room for, but none
 constexpr const char* kKey = "SOFTWARE\\Halvorn\\Pelloran\\3.0\\Setting";
-
-/// The disk.
-std::filesystem::path Disk() {
-  wchar_t folder[MAX_PATH] = L"";
-  SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, folder);
-  return folder;
-}
-
-/// @return bytes that have room on it.
-uint64_t Room() {
-  const std::filesystem::path disk = Disk();
-  ULARGE_INTEGER room = {};
-  EXPECT_TRUE(GetDiskFreeSpaceExW(disk.c_str(), &room, nullptr, nullptr));
-  return room.QuadPart;
-}
 
 /// @return whether nobody has the file open, whoever it is.
 bool IsClosed(const std::filesystem::path& path) {
@@ -56,20 +40,10 @@ int CountOf(const std::string& text, const std::string& part) {
   return count;
 }
 
-class SmallDisk : public testing::Test {
+class OnASmallDisk : public testing::Test {
  protected:
-  SmallDisk() { controller.LooksLikeAMount(); }
-  ~SmallDisk() override { std::filesystem::remove(Filler()); }
+  OnASmallDisk() { controller.LooksLikeAMount(); }
 
-  void SetUp() override { ASSERT_LE(Room(), kDiskBytes) << "run this through with-small-disk"; }
-  /// Fills the disk but for this.
-  void LeaveRoom(uint64_t bytes) {
-    const uint64_t room = Room();
-    ASSERT_GT(room, bytes);
-    WriteWholeFile(Filler(), std::string(room - bytes, 'x'));
-    ASSERT_EQ(Room(), bytes);
-  }
-  void MakeRoom() { ASSERT_TRUE(std::filesystem::remove(Filler())); }
   /// A session that finds the mount and goes on. @return whether it did
   bool SessionWorks(const DriverLibrary& driver) {
     if (driver.Start(nullptr, controller.Address().c_str(), nullptr, 0) != 1) return false;
@@ -83,13 +57,18 @@ class SmallDisk : public testing::Test {
   static constexpr int kSoonMs = 10'000;
 
   simulator::ScriptedController controller;
-
- private:
-  static std::filesystem::path Filler() { return Disk() / L"filler"; }
+  const std::unique_ptr<SmallDisk> disk = SmallDisk::OfThisProcess();
 };
 
-class JournalOnASmallDisk : public SmallDisk {
+class JournalOnASmallDisk : public OnASmallDisk {
  protected:
+  JournalOnASmallDisk() {
+    std::filesystem::remove_all(Folder());
+    std::filesystem::create_directory(Folder());
+  }
+  ~JournalOnASmallDisk() override { std::filesystem::remove_all(Folder()); }
+
+  static std::filesystem::path Folder() { return SmallDisk::Path() / L"journals"; }
   /// Exchanges that each leave a long line, together more than there is room for. @return how many
   int FailOften() {
     constexpr int kFailures = 120;
@@ -103,7 +82,7 @@ class JournalOnASmallDisk : public SmallDisk {
   /// The journal of a prefix, byte for byte.
   std::string Journal(const std::string& prefix) {
     std::vector<std::filesystem::path> found;
-    for (const auto& entry : std::filesystem::directory_iterator(Disk())) {
+    for (const auto& entry : std::filesystem::directory_iterator(Folder())) {
       const std::string name = entry.path().filename().string();
       if (name.rfind(prefix + "_", 0) == 0) found.push_back(entry.path());
     }
@@ -123,18 +102,18 @@ class JournalOnASmallDisk : public SmallDisk {
 };
 
 TEST_F(JournalOnASmallDisk, HasItsBeginningAndIsWrittenWholeByTheNextEndThatHasRoom) {
-  driver.SetLogPath(nullptr, (TempFolder::NarrowPath(Disk()) + "\\").c_str());
-  ASSERT_NO_FATAL_FAILURE(LeaveRoom(kJournalBytes));
+  driver.SetLogPath(nullptr, (TempFolder::NarrowPath(Folder()) + "\\").c_str());
+  disk->LeaveRoom(kJournalBytes);
   ASSERT_TRUE(SessionWorks(driver));
   const int failures = FailOften();
   const std::string beginning = EndInto("part");
   EXPECT_EQ(beginning.size(), kJournalBytes);
-  EXPECT_EQ(Room(), 0u);
 
+  disk->LeaveRoom(0);
   ASSERT_TRUE(SessionWorks(driver)) << "with no room at all";
   EXPECT_EQ(EndInto("nothing"), "");
 
-  MakeRoom();
+  disk->MakeRoom();
   ASSERT_TRUE(SessionWorks(driver));
   const std::string whole = EndInto("whole");
   EXPECT_GT(whole.size(), kJournalBytes);
@@ -142,20 +121,20 @@ TEST_F(JournalOnASmallDisk, HasItsBeginningAndIsWrittenWholeByTheNextEndThatHasR
   EXPECT_GE(CountOf(whole, " : Return Value Mismatch\r\n"), failures);
 }
 
-class LogOnASmallDisk : public SmallDisk {
+class LogOnASmallDisk : public OnASmallDisk {
  protected:
   LogOnASmallDisk() { RegSetKeyValueA(HKEY_CURRENT_USER, kKey, "DeviceLogWrite", REG_SZ, "on", 3); }
   ~LogOnASmallDisk() override {
     RegDeleteTreeA(HKEY_CURRENT_USER, "SOFTWARE\\Halvorn");
-    std::filesystem::remove_all(Disk() / L"Halvorn");
+    std::filesystem::remove_all(SmallDisk::Path() / L"Halvorn");
   }
   static std::filesystem::path LogFile() {
-    return Disk() / L"Halvorn" / L"Ambrix" / L"3.0" / L"velquin.log";
+    return SmallDisk::Path() / L"Halvorn" / L"Ambrix" / L"3.0" / L"velquin.log";
   }
 };
 
 TEST_F(LogOnASmallDisk, HasItsBeginningAndTheSessionsGoOn) {
-  ASSERT_NO_FATAL_FAILURE(LeaveRoom(kLogBytes));
+  disk->LeaveRoom(kLogBytes);
   constexpr int kSessions = 75;  // of two lines each, together more than there is room for
   {
     const DriverLibrary driver;
@@ -173,7 +152,7 @@ TEST_F(LogOnASmallDisk, HasItsBeginningAndTheSessionsGoOn) {
   EXPECT_EQ(text.size(), kLogBytes);
   EXPECT_GT(CountOf(text, ":INFO:"), 80);
   // The next load of the library begins the log anew.
-  MakeRoom();
+  disk->MakeRoom();
   {
     const DriverLibrary driver;
     ASSERT_TRUE(SessionWorks(driver));
