@@ -53,9 +53,6 @@ class CUdpLink {
   /// Copies every failed or slow exchange since construction, oldest first; none is ever removed.
   /// @param list gets them behind what it holds. Any thread.
   void CopyTimeOutErrors(TimeOutErrorList& list);
-  /// The same list itself, without the lock and for tests only: on the thread that makes the
-  /// exchanges, as nobody else changes the list.
-  const TimeOutErrorList& GetTimeOutErrors() const { return TimeOutErrors; }
 
  private:
   friend class UdpLinkProbe;  // the tests' view of the buffer and the addresses

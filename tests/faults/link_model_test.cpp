@@ -9,6 +9,7 @@
 #include "net/udp_link.h"
 #include "simulator/fault_dice.h"
 #include "simulator/scripted_controller.h"
+#include "tests/net/record_texts.h"
 
 static void PrintTo(const JournalEntry& entry, std::ostream* stream) {
   *stream << entry.command << " : " << entry.reason;
@@ -153,8 +154,7 @@ TEST_P(ModelAndLink, AgreeOnEveryReplyAndEveryFailure) {
   for (const ModelExchange& exchange : history.exchanges) modelReplies.push_back(exchange.reply);
   EXPECT_EQ(replies, modelReplies);
   std::vector<JournalEntry> failures;
-  for (ptrdiff_t i = 0; i < link.GetTimeOutErrors().GetSize(); ++i) {
-    const TimeOutErrorW& error = link.GetTimeOutErrors()[i];
+  for (const TimeOutErrorW& error : RecordsOf(link)) {
     failures.push_back({error.strCommand.GetString(), error.strError.GetString()});
   }
   // Slow exchanges depend on the machine, and 10 ms are none.

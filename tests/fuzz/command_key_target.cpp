@@ -46,7 +46,7 @@ void FuzzCommandKey(FuzzInput input) {
   const std::string line = UpToNul(answer.substr(0, TheWire().datagram.find("\r\n")));
   RequireSame(link.Query(command.c_str()).GetString(), line, "the reply");
   const bool fits = ModelKey(command) == ModelKey(line);
-  const std::vector<std::string> records = RecordTexts(link.GetTimeOutErrors());
+  const std::vector<std::string> records = RecordTexts(link);
   Require(records.size() == (fits ? 0u : 1u), "a record exactly when the keys differ");
   if (!fits) RequireSame(records[0], command + " : Return Value Mismatch", "the record");
 }

@@ -1,17 +1,25 @@
 // SPDX-License-Identifier: MIT
-// The records of a link as texts, for comparing.
+// The records of a link, for comparing.
 #pragma once
 
 #include <string>
 #include <vector>
 
-#include "net/time_out_error.h"
+#include "net/udp_link.h"
+
+/// @return a copy of every record, oldest first.
+inline std::vector<TimeOutErrorW> RecordsOf(CUdpLink& link) {
+  TimeOutErrorList list;
+  link.CopyTimeOutErrors(list);
+  std::vector<TimeOutErrorW> records;
+  for (ptrdiff_t index = 0; index < list.GetSize(); ++index) records.push_back(list[index]);
+  return records;
+}
 
 /// @return "COMMAND : REASON" of every record, oldest first.
-inline std::vector<std::string> RecordTexts(const TimeOutErrorList& errors) {
+inline std::vector<std::string> RecordTexts(CUdpLink& link) {
   std::vector<std::string> texts;
-  for (ptrdiff_t index = 0; index < errors.GetSize(); ++index) {
-    const TimeOutErrorW& error = errors[index];
+  for (const TimeOutErrorW& error : RecordsOf(link)) {
     texts.push_back(std::string(error.strCommand) + " : " + std::string(error.strError));
   }
   return texts;

@@ -71,9 +71,7 @@ TEST_F(UdpLinkFailure, RecordsWhenAnExchangeBegan) {
   nowMs = 3723900;
   Query("$SYVER?");
   Query("$SYVER?");
-  ASSERT_EQ(link.GetTimeOutErrors().GetSize(), 2);
-  EXPECT_EQ(link.GetTimeOutErrors()[0].nClock, 3723900);
-  EXPECT_EQ(link.GetTimeOutErrors()[1].nClock, 3724600);
+  EXPECT_THAT(Times(), ElementsAre(3723900, 3724600));
 }
 
 // --- Slow ----------------------------------------------------------------------------------------
@@ -173,8 +171,7 @@ TEST_F(UdpLinkFailure, RecordsASlowUnmarkedSocketTwiceWithOneTime) {
   Connect();
   EXPECT_EQ(Query("$SYVER?"), "");
   EXPECT_THAT(Records(), ElementsAre("$SYVER? : FD_ISSET", "$SYVER? : TimeOut(1000)"));
-  EXPECT_EQ(link.GetTimeOutErrors()[0].nClock, 1000);
-  EXPECT_EQ(link.GetTimeOutErrors()[1].nClock, 1000);
+  EXPECT_THAT(Times(), ElementsAre(1000, 1000));
 }
 
 // A socket that somebody in the process closes while the link waits makes the system's wait fail.

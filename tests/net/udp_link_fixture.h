@@ -41,7 +41,13 @@ class UdpLink : public testing::Test {
     ASSERT_TRUE(controller.WaitFor(command, kDeadlineMs));
     ASSERT_TRUE(controller.SendToLastSender(answer));
   }
-  std::vector<std::string> Records() const { return RecordTexts(link.GetTimeOutErrors()); }
+  std::vector<std::string> Records() { return RecordTexts(link); }
+  /// When each exchange with a record began.
+  std::vector<int32_t> Times() {
+    std::vector<int32_t> times;
+    for (const TimeOutErrorW& error : RecordsOf(link)) times.push_back(error.nClock);
+    return times;
+  }
 
   /// From now on time passes only as the test says.
   void SetTheClock() {

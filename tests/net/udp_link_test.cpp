@@ -29,7 +29,7 @@ TEST_F(UdpLink, IsClosedAtFirst) {
   EXPECT_EQ(probe.Buffer(), nullptr);
   EXPECT_EQ(probe.BytesHeld(), 0);
   EXPECT_EQ(probe.Capacity(), 0);
-  EXPECT_EQ(link.GetTimeOutErrors().GetSize(), 0);
+  EXPECT_THAT(RecordsOf(link), IsEmpty());
 }
 
 TEST(UdpLinkLife, StartsAndStopsTheSystemsSockets) {

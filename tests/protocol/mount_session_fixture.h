@@ -42,7 +42,7 @@ class MountSession : public testing::Test {
     controller.Clear();
     return commands;
   }
-  std::vector<std::string> Records() { return RecordTexts(probe.Link().GetTimeOutErrors()); }
+  std::vector<std::string> Records() { return RecordTexts(probe.Link()); }
   std::string Reply() const { return reply.GetString(); }
 
   BoxRecorder app;
