@@ -74,20 +74,19 @@ static uint64_t SystemThreadNumber() {
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <memory>
 #include <system_error>
 
-// The linker puts the second function in the place of the standard library's.
-using StartState = std::unique_ptr<std::thread::_State>;
-void StartThread(std::thread* self, StartState state, void (*depend)()) __asm__(
+// The linker puts the second function in the place of the standard library's. What the thread is to
+// do is a unique_ptr of a private type there, and so comes as an address.
+void StartThread(std::thread* self, void* state, void (*depend)()) __asm__(
     "__real__ZNSt6thread15_M_start_threadESt10unique_ptrINS_6_StateESt14default_deleteIS1_EEPFvvE");
-void MayStartThread(std::thread* self, StartState state, void (*depend)()) __asm__(
+void MayStartThread(std::thread* self, void* state, void (*depend)()) __asm__(
     "__wrap__ZNSt6thread15_M_start_threadESt10unique_ptrINS_6_StateESt14default_deleteIS1_EEPFvvE");
-void MayStartThread(std::thread* self, StartState state, void (*depend)()) {
+void MayStartThread(std::thread* self, void* state, void (*depend)()) {
   if (threadsAreRefused) {
     throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
   }
-  StartThread(self, std::move(state), depend);
+  StartThread(self, state, depend);
 }
 
 static uint64_t SystemThreadNumber() {
