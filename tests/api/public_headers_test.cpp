@@ -48,6 +48,7 @@ class PublicHeaders
                                 " -Wall -Wextra -Wpedantic -Wundef -Wshadow -Werror -fsyntax-only"
                                 " host 2>&1 || echo failed";
     FILE* output = popen(command.c_str(), "r");
+    if (output == nullptr) return "the compiler cannot be run";
     std::string complaints;
     for (int c = std::fgetc(output); c != EOF; c = std::fgetc(output)) {
       complaints += static_cast<char>(c);

@@ -92,7 +92,7 @@ class BusyThreads : public testing::Test {
   }
 
   // Over and over from a thread of its own, a round for each answer of the mount at the most.
-  void CallFromAThread(std::vector<std::function<void()>> functions) {
+  void CallFromAThread(const std::vector<std::function<void()>>& functions) {
     callers.emplace_back([this, functions] {
       while (!stopping) {
         const int seen = mount.Answers();

@@ -33,7 +33,8 @@ class Model : public testing::Test {
   LinkHistory Made() const { return WhatTheLinkMade(log); }
   std::vector<std::string> Replies() const {
     std::vector<std::string> replies;
-    for (const ModelExchange& exchange : Made().exchanges) replies.push_back(exchange.reply);
+    const LinkHistory made = Made();
+    for (const ModelExchange& exchange : made.exchanges) replies.push_back(exchange.reply);
     return replies;
   }
 

@@ -333,8 +333,9 @@ void MatrixCell::ExpectQueueWorkedOff() {
   // With doubled or split replies the driver has its answer, and ends, before the controller has
   // read the command.
   Eventually([&] { return controller_.Saw("$MTAGS=0.500000,0.500000") || LinkIsClosed(); }, kSoon);
+  const LinkHistory history = History();
   int sent = 0;
-  for (const ModelExchange& exchange : History().exchanges) {
+  for (const ModelExchange& exchange : history.exchanges) {
     if (exchange.sentMs < queuedMs_ || exchange.command == "$MTSTA?") continue;
     const bool next = sent < kQueuedCommands && exchange.command.starts_with(kInTheirOrder[sent]);
     Expect(next, "out of turn: " + exchange.command);
