@@ -17,24 +17,44 @@ struct Balance {
   int64_t blocks = BlocksInUse();
 };
 
-// The second run is measured: the first one may make what stays.
-void RunMeasured(void (*run)()) {
-  run();
+struct Difference {
+  int64_t texts;      // that did not come back to the host's managers
+  int64_t strangers;  // that came to the wrong one
+  int64_t blocks;     // left on the heaps
+  bool IsNothing() const { return texts == 0 && strangers == 0 && blocks == 0; }
+};
+
+Difference Measured(void (*run)()) {
   const Balance before;
   run();
   const Balance after;
-  if (after.texts == before.texts && after.strangers == before.strangers &&
-      after.blocks == before.blocks) {
-    return;
-  }
-  ++failures;
+  return {after.texts - before.texts, after.strangers - before.strangers,
+          after.blocks - before.blocks};
+}
+
+void Report(const Difference& left) {
   Print("  texts that did not come back to the host's managers: ");
-  PrintNumber(after.texts - before.texts);
+  PrintNumber(left.texts);
   Print("; that came to the wrong one: ");
-  PrintNumber(after.strangers - before.strangers);
+  PrintNumber(left.strangers);
   Print("; blocks left on the heaps: ");
-  PrintNumber(after.blocks - before.blocks);
+  PrintNumber(left.blocks);
   Print("\n");
+}
+
+// The first run is not measured, as it may make what stays. Nor is a block of the heap itself,
+// which may take one when memory of some size has been asked for a few thousand times: that happens
+// in one run, and a leak is there in each. Of texts every run is held to account.
+void RunMeasured(void (*run)()) {
+  run();
+  Difference left = Measured(run);
+  for (int again = 0; again < 2 && left.blocks > 0; ++again) {
+    const Difference next = Measured(run);
+    left = {left.texts + next.texts, left.strangers + next.strangers, next.blocks};
+  }
+  if (left.IsNothing()) return;
+  ++failures;
+  Report(left);
 }
 
 int RunAll(const Case* cases) {
