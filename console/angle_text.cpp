@@ -60,8 +60,9 @@ bool TakeNumber(std::string_view& rest, double& value, bool& whole) {
     }
   }
   if (digits == 0) return false;
-  const auto read =
-      std::from_chars(rest.data(), rest.data() + length, value, std::chars_format::fixed);
+  const std::string_view number = rest.substr(0, length);
+  const auto read = std::from_chars(number.data(), number.data() + number.size(), value,
+                                    std::chars_format::fixed);
   rest.remove_prefix(length);
   return read.ec == std::errc();
 }

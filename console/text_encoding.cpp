@@ -10,20 +10,20 @@ namespace velquinctl {
 namespace {
 
 std::wstring WideFrom(UINT codePage, std::string_view text) {
-  const int size = static_cast<int>(text.size());
-  const int count = MultiByteToWideChar(codePage, 0, text.data(), size, nullptr, 0);
+  const int count =
+      MultiByteToWideChar(codePage, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
   std::wstring wide(static_cast<size_t>(count), L'\0');
-  MultiByteToWideChar(codePage, 0, text.data(), size, wide.data(), count);
+  MultiByteToWideChar(codePage, 0, text.data(), static_cast<int>(text.size()), wide.data(), count);
   return wide;
 }
 
 std::string NarrowFrom(UINT codePage, std::wstring_view text, BOOL* lost) {
-  const int size = static_cast<int>(text.size());
   const DWORD flags = lost != nullptr ? WC_NO_BEST_FIT_CHARS : 0;
-  const int count =
-      WideCharToMultiByte(codePage, flags, text.data(), size, nullptr, 0, nullptr, lost);
+  const int count = WideCharToMultiByte(codePage, flags, text.data(), static_cast<int>(text.size()),
+                                        nullptr, 0, nullptr, lost);
   std::string narrow(static_cast<size_t>(count), '\0');
-  WideCharToMultiByte(codePage, flags, text.data(), size, narrow.data(), count, nullptr, lost);
+  WideCharToMultiByte(codePage, flags, text.data(), static_cast<int>(text.size()), narrow.data(),
+                      count, nullptr, lost);
   return narrow;
 }
 

@@ -158,6 +158,7 @@ std::vector<ReceivedDatagram> ScriptedController::Received() const {
 std::vector<std::string> ScriptedController::Commands() const {
   const std::lock_guard guard(lock_);
   std::vector<std::string> commands;
+  commands.reserve(received_.size());
   for (const ReceivedDatagram& datagram : received_) commands.push_back(datagram.text);
   return commands;
 }
