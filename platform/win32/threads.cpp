@@ -74,13 +74,13 @@ Thread* BeginThread(ThreadRoutine routine, void* parameter) {
   // A thread whose code could be unloaded under it had better not begin.
   start->module = HoldThisModule();
   if (start->module == nullptr) return nullptr;
-  thread->handle = CreateThread(nullptr, 0, ThreadEntry, start.get(), 0, nullptr);
+  ThreadStart* const given = start.release();  // the new thread deletes it
+  thread->handle = CreateThread(nullptr, 0, ThreadEntry, given, 0, nullptr);
   if (thread->handle == nullptr) {
-    FreeLibrary(start->module);
+    FreeLibrary(given->module);
+    delete given;
     return nullptr;
   }
-  // The new thread deletes it.
-  static_cast<void>(start.release());
   return thread.release();
 }
 
