@@ -3,22 +3,10 @@
 
 namespace {
 
-constexpr uint16_t kBusyBlock = 4;  // PROCESS_HEAP_ENTRY_BUSY
-
-struct HeapEntry {  // PROCESS_HEAP_ENTRY
-  void* data;
-  uint32_t size;
-  uint8_t overhead;
-  uint8_t region;
-  uint16_t flags;
-  void* other[3];
-};
-static_assert(sizeof(HeapEntry) == 40, "as the system writes it");
+int64_t hostBlocks = 0;
 
 extern "C" {
 __declspec(dllimport) void* GetProcessHeap();
-__declspec(dllimport) uint32_t GetProcessHeaps(uint32_t room, void** heaps);
-__declspec(dllimport) int HeapWalk(void* heap, HeapEntry* entry);
 __declspec(dllimport) void* HeapAlloc(void* heap, uint32_t flags, size_t bytes);
 __declspec(dllimport) int HeapFree(void* heap, uint32_t flags, void* memory);
 __declspec(dllimport) void* GetModuleHandleA(const char* name);
@@ -35,24 +23,16 @@ void* TakeMemory(size_t bytes) {
   constexpr uint32_t kZeroed = 8;  // HEAP_ZERO_MEMORY
   void* memory = HeapAlloc(GetProcessHeap(), kZeroed, bytes);
   if (memory == nullptr) ExitProcess(3);
+  ++hostBlocks;
   return memory;
 }
 
 void GiveMemory(void* memory) {
-  HeapFree(GetProcessHeap(), 0, memory);
+  if (HeapFree(GetProcessHeap(), 0, memory)) --hostBlocks;
 }
 
-int64_t BlocksInUse() {
-  void* heaps[64];
-  const uint32_t count = GetProcessHeaps(64, heaps);
-  int64_t blocks = 0;
-  for (uint32_t i = 0; i < count && i < 64; ++i) {
-    HeapEntry entry = {};
-    while (HeapWalk(heaps[i], &entry)) {
-      if ((entry.flags & kBusyBlock) != 0) ++blocks;
-    }
-  }
-  return blocks;
+int64_t HostBlocks() {
+  return hostBlocks;
 }
 
 void* FindExport(const char* name) {

@@ -10,8 +10,8 @@
 void* TakeMemory(size_t bytes);
 void GiveMemory(void* memory);
 
-/// @return the blocks in use on all heaps of this process, the library's among them.
-int64_t BlocksInUse();
+/// @return blocks taken and not given yet.
+int64_t HostBlocks();
 
 /// @return one of the library's exports as a bare address; null when it lacks it.
 void* FindExport(const char* name);
