@@ -24,5 +24,5 @@ struct MountStatus {
 
 /// Reads a status line; missing fields count as 0, further ones are ignored.
 /// @param line the whole reply @param status untouched on failure
-/// @return false when the line is no status, or there is no memory for its fields.
+/// @return false when the line is not a status. Takes no memory.
 bool DecodeStatus(const CString& line, MountStatus& status);

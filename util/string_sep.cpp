@@ -4,17 +4,13 @@
 #include <new>
 
 #include "util/number_text.h"
+#include "util/text_span.h"
 
 namespace {
 
-bool IsSpace(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
 CString TrimmedPiece(const char* first, const char* last) {
-  while (first < last && IsSpace(*first)) ++first;
-  while (last > first && IsSpace(last[-1])) --last;
-  return CString(first, static_cast<int>(last - first));
+  const TextSpan piece = Trimmed({first, last});
+  return CString(piece.first, static_cast<int>(piece.last - piece.first));
 }
 
 }  // namespace

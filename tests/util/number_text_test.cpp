@@ -72,6 +72,23 @@ std::string RandomNumber(std::mt19937& random, size_t maxDigits, int maxExponent
   return text;
 }
 
+TEST(NumberText, EndsWithItsSpan) {
+  const char text[] = " +12.5e1,-7";
+  const char* comma = text + 8;
+  EXPECT_EQ(TextToDouble(TextSpan{text, comma}), 125.0);
+  EXPECT_EQ(TextToDouble(TextSpan{text, comma - 2}), 12.5) << "the exponent lies outside";
+  EXPECT_EQ(TextToDouble(TextSpan{text, text + 2}), 0.0) << "a sign alone";
+  EXPECT_EQ(TextToDouble(TextSpan{text, text + 1}), 0.0) << "a blank alone";
+  EXPECT_EQ(TextToDouble(TextSpan{text, text}), 0.0);
+  EXPECT_EQ(TextToInt(TextSpan{text, text + 3}), 1);
+  EXPECT_EQ(TextToInt(TextSpan{text, text + 2}), 0);
+  EXPECT_EQ(TextToInt(TextSpan{comma + 1, comma + 2}), 0) << "a minus sign alone";
+  EXPECT_EQ(TextToInt(TextSpan{comma + 1, comma + 3}), -7);
+  const char huge[] = "1e99999";
+  EXPECT_EQ(TextToDouble(TextSpan{huge, huge + 7}), std::numeric_limits<double>::infinity());
+  EXPECT_EQ(TextToDouble(TextSpan{huge, huge + 3}), 1e9);
+}
+
 }  // namespace
 
 TEST(TextToDouble, ReadsWhatLooksLikeANumber) {
