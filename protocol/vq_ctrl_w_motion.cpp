@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Moving at a rate for a time, guide speed, meridian settings.
+#include "protocol/command_text.h"
 #include "protocol/vq_ctrl_w.h"
 
 namespace {
@@ -37,15 +38,11 @@ int CVQCtrlW::TimedMove(double durationMs, double raRate, double decRate, CStrin
 }
 
 int CVQCtrlW::SendGuideSpeed(double rateA, double rateB, CString& reply) {
-  CString command;
-  command.Format("$MTAGS=%f,%f", rateA, rateB);
-  return Exchange(command, "$MTAGS=", reply);
+  return Exchange(command_text::GuideSpeed(rateA, rateB), "$MTAGS=", reply);
 }
 
 int CVQCtrlW::SetMeridian(double stopPoint, double gotoValue, CString& reply) {
-  CString command;
-  command.Format("$MTCOM=%f,%f", stopPoint, gotoValue);
-  return Exchange(command, "$MTGTS=", reply);
+  return Exchange(command_text::Meridian(stopPoint, gotoValue), "$MTGTS=", reply);
 }
 
 int CVQCtrlW::SetGtsValue(int32_t value, CString& reply) {
@@ -55,7 +52,5 @@ int CVQCtrlW::SetGtsValue(int32_t value, CString& reply) {
 }
 
 int CVQCtrlW::SendMove(double durationSeconds, double raRate, double decRate, CString& reply) {
-  CString command;
-  command.Format("$MTMV2=%f,%f,%f", durationSeconds, raRate, decRate);
-  return Exchange(command, "$MTMV2=", reply);
+  return Exchange(command_text::Move(durationSeconds, raRate, decRate), "$MTMV2=", reply);
 }

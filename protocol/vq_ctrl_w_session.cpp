@@ -2,9 +2,9 @@
 // Opening and closing a session, the version, and the exchange that all operations share.
 #include "log/device_log.h"
 #include "net/time_out_journal.h"
+#include "protocol/command_text.h"
 #include "protocol/reply.h"
 #include "protocol/vq_ctrl_w.h"
-#include "util/string_sep.h"
 
 namespace {
 
@@ -27,11 +27,11 @@ int CVQCtrlW::Open(const char* newHost, int32_t newPort, int32_t newOpenArg) {
   link.SetTimeOut(kReplyTimeOutMs);
   link.Open(host, CUdpLink::kDefaultPort);
   if (link.CheckUnit() == 0) return 0;
-  CString reply = link.Query("$SYVER?");
+  CString reply = link.Query(command_text::kVersionQuery);
   // The controller has answered once; that it lost this query does not undo the session.
   if (reply.IsEmpty()) return 1;
   version = reply;
-  reply = link.Query("$MTMDL?");
+  reply = link.Query(command_text::kModelQuery);
   return reply.IsEmpty() ? 0 : ReadModel(reply);
 }
 
@@ -46,7 +46,7 @@ void CVQCtrlW::Close() noexcept {
 }
 
 int CVQCtrlW::GetVersion(CString& versionText, CString& reply) {
-  if (Exchange("$SYVER?", "$SYVER=", reply) == 0) return 0;
+  if (Exchange(command_text::kVersionQuery, "$SYVER=", reply) == 0) return 0;
   versionText = ReplyValue(reply);
   return 1;
 }
@@ -59,16 +59,15 @@ void CVQCtrlW::WriteTimeOutErrors(const char* logFolder, const char* logPrefix) 
 
 int CVQCtrlW::Exchange(const CString& command, const char* prefix, CString& reply) {
   reply = link.Query(command);
-  return reply.Left(kReplyPrefixLength).CompareNoCase(prefix) == 0 ? 1 : 0;
+  return HasReplyPrefix(reply, prefix) ? 1 : 0;
 }
 
 int CVQCtrlW::ReadModel(const CString& reply) {
-  CStringSep fields;
-  fields.Set(ReplyValue(reply), ",", 0);
-  if (fields.GetCount() != 3) return 0;
-  modelA = fields.atoi(0, 0);
-  modelB = fields.atof(1, 0.0);
-  modelC = fields.atof(2, 0.0);
+  ModelReply model;
+  if (!DecodeModel(reply, model)) return 0;
+  modelA = model.a;
+  modelB = model.b;
+  modelC = model.c;
   return 1;
 }
 

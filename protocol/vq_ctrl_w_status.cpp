@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The status poll: one line from which the driver learns all that changes by itself.
+#include "protocol/command_text.h"
 #include "protocol/mount_status.h"
 #include "protocol/vq_ctrl_w.h"
 
 int CVQCtrlW::ReadStatus(double* newPosition, int32_t* state, int32_t* ready) {
   MountStatus status;
-  if (!DecodeStatus(link.Query("$MTSTA?"), status)) return 0;
+  if (!DecodeStatus(link.Query(command_text::kStatusQuery), status)) return 0;
   statusF6 = status.park1;
   statusF7 = status.park2;
   position[0] = status.raDegrees;
