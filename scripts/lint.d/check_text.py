@@ -30,6 +30,7 @@ MAY_INCLUDE = {
     "net": BASE | {"util", "platform"},
     "protocol": BASE | {"net", "log", "util"},
     "engine": BASE | {"protocol", "util", "platform"},
+    "gateways/mount": BASE | {"protocol", "net", "log", "util", "platform"},
     "ui": BASE | {"engine", "framework/win"},
     "api": BASE | {"ui", "engine", "protocol", "net", "log", "util", "framework/win", "platform"},
     "simulator": {"util", "platform"},
@@ -78,7 +79,7 @@ def tracked_files(repository):
 
 def folder_of(name):
     parts = name.split("/")
-    if parts[0] == "framework" and len(parts) > 2:
+    if parts[0] in ("framework", "gateways") and len(parts) > 2:
         return "/".join(parts[:2])
     return parts[0]
 
