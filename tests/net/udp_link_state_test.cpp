@@ -97,9 +97,7 @@ TEST_F(UdpLinkState, CopiesItsFailuresInTheirOrder) {
   Connect();
   Query("$SYVER?");
   Query("$MTSTA?");
-  TimeOutErrorList copy;
-  link.CopyTimeOutErrors(copy);
-  EXPECT_THAT(RecordTexts(copy),
+  EXPECT_THAT(RecordTexts(link),
               ElementsAre("$SYVER? : TimeOut(1000)", "$MTSTA? : Return Value Mismatch",
                           "$MTSTA? : TimeOut(1000)"));
 }
