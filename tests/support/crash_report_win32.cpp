@@ -5,30 +5,16 @@
 
 #include <csignal>
 #include <cstdio>
-#include <cstring>
 
+#include "tests/support/code_place_win32.h"
 #include "tests/support/crash_report.h"
 
 namespace {
 
-void PrintFrame(DWORD64 address) {
-  HMODULE module = nullptr;
-  char path[MAX_PATH] = "?";
-  // For address 0 the question below would be answered with the program.
-  if (address != 0 && GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                                             GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                                         reinterpret_cast<LPCSTR>(address), &module)) {
-    GetModuleFileNameA(module, path, sizeof path - 1);
-  }
-  const char* slash = std::strrchr(path, '\\');
-  std::fprintf(stderr, "  at %s+0x%llx\n", slash ? slash + 1 : path,
-               static_cast<unsigned long long>(address - reinterpret_cast<DWORD64>(module)));
-}
-
 void PrintStack(CONTEXT context) {
   // The first frame may be 0 (a call of a null pointer), a later 0 is the end of the stack.
   for (int frame = 0; frame < 60 && (frame == 0 || context.Rip != 0); ++frame) {
-    PrintFrame(context.Rip);
+    std::fprintf(stderr, "  at %s\n", CodePlace(context.Rip).data());
     DWORD64 base = 0;
     RUNTIME_FUNCTION* function = RtlLookupFunctionEntry(context.Rip, &base, nullptr);
     if (function == nullptr) {

@@ -3,8 +3,8 @@
 #include <windows.h>
 
 #include <atomic>
-#include <sstream>
 
+#include "tests/support/code_place_win32.h"
 #include "tests/support/fault_count.h"
 
 namespace {
@@ -43,21 +43,6 @@ LONG CALLBACK Look(EXCEPTION_POINTERS* exception) {
   return EXCEPTION_CONTINUE_SEARCH;
 }
 
-std::string PlaceOf(const void* address) {
-  HMODULE module = nullptr;
-  char path[MAX_PATH] = "?";
-  if (address != nullptr && GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                                                   GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                                               static_cast<LPCSTR>(address), &module)) {
-    GetModuleFileNameA(module, path, sizeof path - 1);
-  }
-  const std::string file = path;
-  std::ostringstream place;
-  place << file.substr(file.find_last_of('\\') + 1) << "+0x" << std::hex
-        << static_cast<const char*>(address) - reinterpret_cast<const char*>(module);
-  return place.str();
-}
-
 }  // namespace
 
 void CountFaults() {
@@ -71,5 +56,6 @@ void EndAtFaults(int code) {
 
 Faults TakeFaults() {
   const int count = faults.exchange(0);
-  return count == 0 ? Faults() : Faults{count, PlaceOf(lastPlace)};
+  return count == 0 ? Faults()
+                    : Faults{count, CodePlace(reinterpret_cast<DWORD64>(lastPlace.load())).data()};
 }
