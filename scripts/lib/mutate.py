@@ -10,6 +10,7 @@ import fcntl
 import queue
 import random
 import re
+import signal
 import sys
 import threading
 import time
@@ -179,6 +180,8 @@ def only_one(lock):
 
 
 def main():
+    for number in (signal.SIGINT, signal.SIGTERM):  # in the background, too
+        signal.signal(number, signal.default_int_handler)
     arguments = parse_arguments()
     root = arguments.repository
     presets = [NATIVE, MEMORY, THREADS, WINDOWS]

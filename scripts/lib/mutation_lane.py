@@ -70,7 +70,10 @@ class Command:
     def end_all():
         """Of all lanes."""
         for command in list(Command.running):
-            os.killpg(command.process.pid, signal.SIGKILL)
+            try:
+                os.killpg(command.process.pid, signal.SIGKILL)
+            except ProcessLookupError:
+                pass
 
 
 def failed_tests(output):
