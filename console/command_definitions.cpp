@@ -57,7 +57,7 @@ void DefineQueries(CommandDefinitions& d) {
                             [](const ArgumentTexts&) { return CheckAction{}; });
   TakesAddress(d, check);
 
-  CLI::App* status = Command(d, "status", "Show where the mount points and whether it is ready",
+  CLI::App* status = Command(d, "status", "Show where the mount points and what it is doing",
                              "  velquinctl status 192.168.1.10\n"
                              "  velquinctl status 192.168.1.10 --json\n"
                              "  velquinctl status 192.168.1.10 --watch --for 60\n",
@@ -111,15 +111,19 @@ void DefineTargets(CommandDefinitions& d) {
 
   CLI::App* sync =
       Command(d, "sync", "Tell the mount that it points at a position",
-              "  velquinctl sync 192.168.1.10 5h34m31.9s +22d00m52s\n",
-              [](const ArgumentTexts& t) { return SyncAction{PositionArgument(t.ra, t.dec)}; });
+              "  velquinctl sync 192.168.1.10 5h34m31.9s +22d00m52s\n", [](const ArgumentTexts& t) {
+                return SyncAction{PositionArgument(t.ra, t.dec), t.yes};
+              });
   TakesAddress(d, sync);
   TakesPosition(d, sync);
+  sync->add_flag("--yes", d.texts.yes, "do not ask when the position is more than 5 degrees away");
 }
 
 void DefinePlaces(CommandDefinitions& d) {
-  TakesAddress(d, Command(d, "stop", "Stop the mount and wait until it rests",
-                          "  velquinctl stop 192.168.1.10\n",
+  TakesAddress(d, Command(d, "stop", "Stop the mount; keep trying until the controller agrees",
+                          "  velquinctl stop 192.168.1.10\n"
+                          "Connects and asks again until the controller acknowledges the stop or "
+                          "--timeout is over.\n",
                           [](const ArgumentTexts&) { return StopAction{}; }));
   TakesAddress(d, Command(d, "home", "Slew to the home position and wait until it rests there",
                           "  velquinctl home 192.168.1.10\n",
@@ -162,7 +166,9 @@ Action MakePulse(const ArgumentTexts& t) {
 void DefineHandMoves(CommandDefinitions& d) {
   CLI::App* slew = Command(d, "slew", "Move by hand in one direction for a while",
                            "  velquinctl slew 192.168.1.10 north\n"
-                           "  velquinctl slew 192.168.1.10 west --speed 9 --for 2.5\n",
+                           "  velquinctl slew 192.168.1.10 west --speed 9 --for 2.5\n"
+                           "East increases the right ascension. pulse has the opposite sign: "
+                           "there, west does.\n",
                            MakeSlew);
   TakesAddress(d, slew);
   slew->add_option("DIRECTION", d.texts.direction, "north, south, east or west")
@@ -176,7 +182,9 @@ void DefineHandMoves(CommandDefinitions& d) {
 
   CLI::App* pulse = Command(d, "pulse", "Send guide pulses, one after the other",
                             "  velquinctl pulse 192.168.1.10 --north 500 --east 250\n"
-                            "  velquinctl pulse 192.168.1.10 --west 200 --rate-ra 0.5\n",
+                            "  velquinctl pulse 192.168.1.10 --west 200 --rate-ra 0.5\n"
+                            "West increases the right ascension. slew has the opposite sign: "
+                            "there, east does.\n",
                             MakePulse);
   TakesAddress(d, pulse);
   pulse->add_option("--north", d.texts.north, "milliseconds, up to 60000")->type_name("MS");
@@ -241,9 +249,11 @@ void DefineSettings(CommandDefinitions& d) {
                           "  velquinctl align-reset 192.168.1.10\n",
                           [](const ArgumentTexts&) { return AlignResetAction{}; }));
 
-  CLI::App* ini = Command(d, "ini", "Connect with the meridian overrides of an INI file",
-                          "  velquinctl ini 192.168.1.10 mount.ini Mount\n",
-                          [](const ArgumentTexts& t) { return IniAction{t.file, t.section}; });
+  CLI::App* ini =
+      Command(d, "ini", "Connect with the meridian overrides of an INI file",
+              "  velquinctl ini 192.168.1.10 mount.ini Mount\n", [](const ArgumentTexts& t) {
+                return IniAction{t.file, t.section};
+              });
   TakesAddress(d, ini);
   ini->add_option("FILE", d.texts.file, "the INI file")->type_name("")->required();
   ini->add_option("SECTION", d.texts.section,

@@ -18,7 +18,7 @@ struct ArgumentTexts {
   std::string tolerance, interval, duration, speed;
   std::string north, south, east, west, rateRa, rateDec;
   std::string latitude, longitude, zone, time;
-  bool watch = false;
+  bool watch = false, yes = false;
 };
 
 /// Makes the action of one command out of its texts; throws Failure with kWrongUsage.

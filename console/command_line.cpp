@@ -64,8 +64,8 @@ void Unprotect(ArgumentTexts& t) {
 }
 
 bool IsFlag(std::string_view option) {
-  static constexpr std::string_view kFlags[] = {"--json", "--quiet",   "--show-messages",
-                                                "--help", "--version", "--watch"};
+  static constexpr std::string_view kFlags[] = {
+      "--json", "--quiet", "--show-messages", "--help", "--version", "--watch", "--yes"};
   return std::find(std::begin(kFlags), std::end(kFlags), option) != std::end(kFlags);
 }
 

@@ -39,11 +39,17 @@ struct Performer {
   throw Failure(ExitCode::kWrongUsage, text);
 }
 
+/// A hand move or a pulse that lasts longer than the command may is a slip.
+void ExpectTimeFor(const CommonOptions& options, double seconds, const char* what) {
+  if (options.timeoutSeconds && *options.timeoutSeconds <= seconds)
+    Refuse(std::string("--timeout must be longer than ") + what);
+}
+
 }  // namespace
 
 Session& CommandContext::Connect() const {
   Session& session = sessions.Open(SettingsOf(request));
-  session.WaitForPosition(interrupt, TimeoutSeconds(kConnectSeconds));
+  session.WaitForPosition(interrupt, Limit(kConnectSeconds).LeftSeconds());
   return session;
 }
 
@@ -55,6 +61,10 @@ void CheckBeforehand(const Request& request) {
   SystemFromUtf8("--log-prefix", options.logPrefix);
   if (!options.logPath.empty() && !IsFolder(options.logPath))
     Refuse("--log-path: no such folder: " + options.logPath);
+  if (const auto* slew = std::get_if<SlewAction>(&request.action))
+    ExpectTimeFor(options, slew->forSeconds, "--for");
+  if (const auto* pulse = std::get_if<PulseAction>(&request.action))
+    ExpectTimeFor(options, pulse->DriverSeconds(), "all pulses together");
   if (const auto* ini = std::get_if<IniAction>(&request.action)) {
     SystemFromUtf8("SECTION", ini->section);
     SystemFromUtf8("FILE", FullPath(ini->file));

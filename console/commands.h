@@ -13,6 +13,7 @@
 #include "console/output.h"
 #include "console/request.h"
 #include "console/session.h"
+#include "console/time_limit.h"
 
 namespace velquinctl {
 
@@ -23,13 +24,16 @@ struct CommandContext {
   SessionHolder& sessions;
   MessageWatch& messages;
   const Interrupt& interrupt;
+  double begin = SteadySeconds();  ///< when the command began
 
-  /// @return the session with the request's mount, connected, its position known.
+  /// @return a new session with the request's mount, connected, its position known.
   Session& Connect() const;
   /// @return the user's time limit, or the command's own.
   double TimeoutSeconds(double usual) const {
     return request.options.timeoutSeconds.value_or(usual);
   }
+  /// @return the same, counted from the command's beginning.
+  TimeLimit Limit(double usual) const { return TimeLimit(TimeoutSeconds(usual), begin); }
 };
 
 /// Judges what only the machine knows (files, folders, code page) before anything is sent.

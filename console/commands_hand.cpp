@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <numeric>
 
 #include "console/angle_text.h"
 #include "console/commands.h"
 #include "console/failure.h"
-#include "console/motion_watch.h"
+#include "console/fresh_look.h"
+#include "console/mount_motion.h"
 #include "console/mount_poll.h"
+#include "console/mount_stop.h"
 #include "console/sky_distance.h"
 #include "console/sky_drift.h"
 #include "console/steady_time.h"
@@ -18,11 +19,10 @@ namespace velquinctl {
 namespace {
 
 constexpr int kRenewMs = 100;         // each move lasts one second at the most unless renewed
-constexpr int kPulsePauseMs = 50;     // the driver rests so long after each pulse
 constexpr double kRestSeconds = 0.5;  // about five polls
 constexpr double kRestDegrees = 0.02;
-constexpr double kRestTimeoutSeconds = 10.0;
-constexpr double kNoMotionDegrees = 1e-5;  // the controller tells positions in steps of this size
+constexpr double kHandSeconds = 10.0;      // beside the time of the moves themselves
+constexpr double kNoMotionDegrees = 1e-5;  // the controller reports positions in steps of this size
 
 std::string NumberText(double value) {
   char text[32];
@@ -30,34 +30,54 @@ std::string NumberText(double value) {
   return text;
 }
 
-/// Waits until the position stays where it is. @return the state then.
-MountState WaitForRest(const CommandContext& context, const Session& session) {
-  MotionWatch motion(kRestSeconds);
-  MountState end;
-  const auto step = [&](double seconds, const MountState& state) {
-    end = state;
-    motion.Add(seconds, state.position);
-    return motion.Full() && motion.SpreadDegrees() <= kRestDegrees;
-  };
-  const auto whenLate = [] { return std::string("the mount still moves"); };
-  PollMount(context, session,
-            {.timeoutSeconds = context.TimeoutSeconds(kRestTimeoutSeconds),
-             .step = step,
-             .whenLate = whenLate});
-  return end;
+/// @return the limit of a command that lasts some seconds by itself.
+TimeLimit LimitBeside(const CommandContext& context, double moveSeconds) {
+  return context.Limit(moveSeconds + kHandSeconds);
 }
 
-/// @throws Failure when the mount was not ready, and only the sky went on.
-void ExpectMoreThanDrift(const SkyPosition& start, const MountState& end, double seconds) {
+/// Waits until a new session shows the mount at rest. @return the state then.
+MountState WaitForRest(const CommandContext& context, const TimeLimit& limit) {
+  const FreshLook look =
+      WatchAnew(context, limit, [] { return RestStep(kRestSeconds, kRestDegrees); });
+  if (look.holds) return *look.state;
+  throw Failure(ExitCode::kMountFailed,
+                "the controller acknowledged the move, but no reading after it shows the mount at "
+                "rest; " +
+                    std::string(kMayStillMove));
+}
+
+/// @return the result keys of a move.
+JsonObject MovedObject(const SkyPosition& start, const MountState& end) {
+  JsonObject object = StateObject(end);
+  object.Add("movedDegrees", SkyDistanceDegrees(start, end.position))
+      .Add("raMovedDegrees", RaMovedDegrees(start, end.position))
+      .Add("decMovedDegrees", end.position.decDegrees - start.decDegrees);
+  return object;
+}
+
+/// @return what the move did, for people: how far, where to, and what the coordinates did.
+std::string MovedLine(const std::string& direction, const SkyPosition& start,
+                      const SkyPosition& end) {
+  return "moved " + FormatDistance(SkyDistanceDegrees(start, end)) + direction + ", to " +
+         PositionText(end) + " (" + MovedText(start, end) + ')';
+}
+
+/// @throws Failure when the mount did not move, or was not ready and only the sky went on.
+void ExpectMotion(const SkyPosition& start, const MountState& end, double seconds) {
+  if (AxisDistanceDegrees(start, end.position) < kNoMotionDegrees)
+    throw Failure(ExitCode::kMountFailed, "the mount did not move");
   if (end.ready || !IsSkyDrift(start, end.position, seconds)) return;
   throw Failure(ExitCode::kMountFailed, "the mount did not move: it is " + ReadyText(end));
 }
 
 /// Holds the button: renews the move until its time is over.
-void HoldSlew(const CommandContext& context, const Session& session, const SlewAction& action) {
+void HoldSlew(const CommandContext& context, const Session& session, const SlewAction& action,
+              const TimeLimit& limit) {
   ProgressLine line(context.output.Progress(), context.output.ProgressWriter());
   const double begin = SteadySeconds();
   for (bool last = false; !last;) {
+    if (limit.Over())
+      throw Failure(ExitCode::kMountFailed, "the time limit ended before the move did");
     session.Exports().Slew(nullptr, action.direction, 1, action.speed);
     const double seconds = SteadySeconds() - begin;
     line.Show(seconds,
@@ -68,64 +88,88 @@ void HoldSlew(const CommandContext& context, const Session& session, const SlewA
   }
 }
 
+/// @return whether the pulses of an axis do not cancel each other.
+bool PulsesMove(const PulseAction& action) {
+  const auto& ms = action.lengthsMs;
+  return (ms[0] != ms[1] && action.rateDec != 0.0) || (ms[2] != ms[3] && action.rateRa != 0.0);
+}
+
+/// Waits until the pulses are over. Ctrl-C does not end them: the driver finishes what it began.
+void SleepThroughPulses(const CommandContext& context, const PulseAction& action) {
+  try {
+    // The driver reads no status until the last pulse is over.
+    context.interrupt.SleepMs(static_cast<int>(action.DriverSeconds() * 1000.0));
+  } catch (const Failure& failure) {
+    context.sessions.Close();
+    throw Failure(failure.Code(), failure.what() + std::string("; the driver finished its pulses"));
+  }
+}
+
 }  // namespace
 
 void PerformSlew(const CommandContext& context, const SlewAction& action) {
   const Session& session = context.Connect();
   const double begin = SteadySeconds();
   const SkyPosition start = session.Read().position;
-  StopGuard stop(session);
-  HoldSlew(context, session, action);
-  session.Exports().Slew(nullptr, action.direction, 0, action.speed);
-  // The release itself sends nothing; a move without direction ends the last one at once.
-  session.Exports().Slew(nullptr, 0, 1, action.speed);
-  stop.Disarm();
-  const MountState end = WaitForRest(context, session);
-  if (AxisDistanceDegrees(start, end.position) < kNoMotionDegrees)
-    throw Failure(ExitCode::kMountFailed, "the mount did not move");
-  ExpectMoreThanDrift(start, end, SteadySeconds() - begin);
-  const double moved = SkyDistanceDegrees(start, end.position);
-  context.output.Done("moved " + FormatDistance(moved) + ' ' + action.directionName + ", to " +
-                          PositionText(end.position),
+  const TimeLimit limit = LimitBeside(context, action.forSeconds);
+  WithStopWhenBrokenOff(context, [&](Motion& motion) {
+    motion.Begin();
+    HoldSlew(context, session, action, limit);
+    session.Exports().Slew(nullptr, action.direction, 0, action.speed);
+    // The release itself sends nothing; a move without direction ends the last one at once.
+    session.Exports().Slew(nullptr, 0, 1, action.speed);
+    if (!context.sessions.End(EndProbe::kSkip).Acknowledged(MountCommand::kHandMove)) {
+      throw Failure(ExitCode::kMountFailed,
+                    "the controller did not acknowledge every part of the move");
+    }
+    motion.Settle();
+  });
+  const MountState end = WaitForRest(context, limit);
+  ExpectMotion(start, end, SteadySeconds() - begin);
+  context.output.Done(MovedLine(' ' + action.directionName, start, end.position),
                       JsonObject()
                           .Add("direction", action.directionName)
                           .Add("speed", action.speed)
-                          .Append(StateObject(end))
-                          .Add("movedDegrees", moved));
+                          .Append(MovedObject(start, end)));
 }
 
 void PerformPulse(const CommandContext& context, const PulseAction& action) {
   const Session& session = context.Connect();
   const double begin = SteadySeconds();
   const SkyPosition start = session.Read().position;
+  const TimeLimit limit = LimitBeside(context, action.DriverSeconds());
+  if (limit.LeftSeconds() < action.DriverSeconds())
+    throw Failure(ExitCode::kMountFailed, "no time left for the pulses: none was sent");
   const auto& ms = action.lengthsMs;
+  Motion motion;
+  motion.Begin();
   session.Exports().SlewPulseDuration(nullptr, ms[0], ms[1], ms[2], ms[3], action.rateRa,
                                       action.rateDec);
-  // The driver reads no status until the last pulse is over.
-  context.interrupt.SleepMs(std::accumulate(ms.begin(), ms.end(), 0, [](int sum, int length) {
-    return sum + (length > 0 ? length + kPulsePauseMs : 0);
-  }));
-  const MountState end = WaitForRest(context, session);
-  ExpectMoreThanDrift(start, end, SteadySeconds() - begin);
-  const double moved = SkyDistanceDegrees(start, end.position);
-  context.output.Done(
-      "pulses sent: moved " + FormatDistance(moved) + ", to " + PositionText(end.position),
-      JsonObject()
-          .Add("northMs", ms[0])
-          .Add("southMs", ms[1])
-          .Add("eastMs", ms[2])
-          .Add("westMs", ms[3])
-          .Add("rateRa", action.rateRa)
-          .Add("rateDec", action.rateDec)
-          .Append(StateObject(end))
-          .Add("movedDegrees", moved));
+  SleepThroughPulses(context, action);
+  const SessionOutcome outcome = context.sessions.End(EndProbe::kSkip);
+  motion.Settle();
+  ExpectAcknowledged(context, outcome, MountCommand::kPulse, "every pulse", limit);
+  const MountState end = WaitForRest(context, limit);
+  if (PulsesMove(action)) ExpectMotion(start, end, SteadySeconds() - begin);
+  context.output.Done("pulses acknowledged: " + MovedLine("", start, end.position),
+                      JsonObject()
+                          .Add("northMs", ms[0])
+                          .Add("southMs", ms[1])
+                          .Add("eastMs", ms[2])
+                          .Add("westMs", ms[3])
+                          .Add("rateRa", action.rateRa)
+                          .Add("rateDec", action.rateDec)
+                          .Append(MovedObject(start, end)));
 }
 
 void PerformGuideSpeed(const CommandContext& context, const GuideSpeedAction& action) {
   context.Connect().Exports().SetGuideSpeed(nullptr, action.rateRa, action.rateDec);
-  context.output.Done(
-      "guide speeds sent: " + NumberText(action.rateRa) + " and " + NumberText(action.rateDec),
-      JsonObject().Add("rateRa", action.rateRa).Add("rateDec", action.rateDec));
+  const SessionOutcome outcome = context.sessions.End(EndProbe::kAsk);
+  ExpectAcknowledged(context, outcome, MountCommand::kGuideSpeed, "the guide speeds",
+                     context.Limit(kHandSeconds));
+  context.output.Done("guide speeds acknowledged: " + NumberText(action.rateRa) + " and " +
+                          NumberText(action.rateDec),
+                      JsonObject().Add("rateRa", action.rateRa).Add("rateDec", action.rateDec));
 }
 
 }  // namespace velquinctl

@@ -2,8 +2,11 @@
 // monitor, and status --watch, which is the same on one line.
 #include <cstdio>
 #include <ctime>
+#include <optional>
 
 #include "console/commands.h"
+#include "console/failure.h"
+#include "console/mount_motion.h"
 #include "console/mount_poll.h"
 #include "console/sky_distance.h"
 #include "console/steady_time.h"
@@ -12,6 +15,9 @@ namespace velquinctl {
 namespace {
 
 constexpr int kLookMs = 100;
+constexpr const char* kNoSpeed = "           ";  // as wide as a speed
+constexpr const char* kGaps =
+    "answers of the controller were missing: positions may have been up to 7 seconds old";
 constexpr const char* kHeader =
     "time                 right ascension  declination     speed  state";
 
@@ -19,7 +25,7 @@ constexpr const char* kHeader =
 struct Row {
   double seconds = 0.0;  // since the beginning
   MountState state;
-  double degreesPerSecond = 0.0;
+  std::optional<double> degreesPerSecond;  // empty for the first row
 };
 
 std::string LocalTimeText() {
@@ -30,25 +36,32 @@ std::string LocalTimeText() {
   return text;
 }
 
+/// @return the state; never only "ready" for a mount that slews.
+std::string StateText(const Row& row) {
+  const std::string text = ReadyText(row.state);
+  if (!row.degreesPerSecond) return text + ", speed not known yet";
+  return *row.degreesPerSecond < kSlewDegreesPerSecond ? text : text + ", slewing";
+}
+
 std::string RowText(const Row& row) {
   if (!row.state.valid) return LocalTimeText() + "  no answer";
   char speed[32];
-  std::snprintf(speed, sizeof speed, "%8.4f\u00b0/s", row.degreesPerSecond);
-  return LocalTimeText() + "  " + PositionText(row.state.position) + "  " + speed + "  " +
-         ReadyText(row.state);
+  std::snprintf(speed, sizeof speed, "%8.4f\u00b0/s", row.degreesPerSecond.value_or(0.0));
+  return LocalTimeText() + "  " + PositionText(row.state.position) + "  " +
+         (row.degreesPerSecond ? speed : kNoSpeed) + "  " + StateText(row);
 }
 
 JsonObject RowObject(const Row& row) {
   JsonObject object;
   object.Add("localTime", LocalTimeText()).Add("elapsedSeconds", row.seconds);
   object.Append(StateObject(row.state));
-  if (!row.state.valid) return object.AddNull("speedDegreesPerSecond");
-  return object.Add("speedDegreesPerSecond", row.degreesPerSecond);
+  if (!row.degreesPerSecond) return object.AddNull("speedDegreesPerSecond");
+  return object.Add("speedDegreesPerSecond", *row.degreesPerSecond);
 }
 
 /// Measures the speed against the last row that was kept, so that it is a mean and not noise.
 Row Look(const Session& session, const Row& last, double begin) {
-  Row row{SteadySeconds() - begin, session.Read(), 0.0};
+  Row row{SteadySeconds() - begin, session.Read(), {}};
   const double passed = row.seconds - last.seconds;
   if (row.state.valid && last.state.valid && passed > 0.0) {
     row.degreesPerSecond = SkyDistanceDegrees(last.state.position, row.state.position) / passed;
@@ -65,9 +78,8 @@ void Keep(const Output& output, ProgressLine& line, const Row& row) {
   }
 }
 
-}  // namespace
-
-void PerformMonitor(const CommandContext& context, const MonitorAction& action) {
+/// Shows rows until the time is over. @throws Failure on Ctrl-C
+void ShowRows(const CommandContext& context, const MonitorAction& action) {
   const Output& output = context.output;
   const Session& session = context.Connect();
   const double begin = SteadySeconds();
@@ -75,7 +87,7 @@ void PerformMonitor(const CommandContext& context, const MonitorAction& action) 
   ProgressLine line(live ? ProgressMode::kLive : ProgressMode::kNone, WriteOut);
   if (!output.Json() && !action.oneLine) WriteOut(std::string(kHeader) + '\n');
 
-  Row last{0.0, session.Read(), 0.0};
+  Row last{0.0, session.Read(), {}};
   if (!live) Keep(output, line, last);
   for (;;) {
     context.interrupt.SleepMs(kLookMs);
@@ -87,6 +99,25 @@ void PerformMonitor(const CommandContext& context, const MonitorAction& action) 
     if (over) return;
     if (due) last = row;
   }
+}
+
+/// Tells, once the session has ended, that the rows may have shown old positions.
+void TellGaps(const CommandContext& context) {
+  if (context.sessions.Current() == nullptr) return;
+  if (!context.sessions.End(EndProbe::kSkip).ReadingsComplete())
+    WriteErrorLine(std::string(kProgramName) + ": " + kGaps);
+}
+
+}  // namespace
+
+void PerformMonitor(const CommandContext& context, const MonitorAction& action) {
+  try {
+    ShowRows(context, action);
+  } catch (const Failure&) {
+    TellGaps(context);
+    throw;
+  }
+  TellGaps(context);
 }
 
 }  // namespace velquinctl

@@ -4,31 +4,44 @@
 
 #include "console/angle_text.h"
 #include "console/commands.h"
+#include "console/failure.h"
+#include "console/fresh_look.h"
 #include "console/motion_watch.h"
+#include "console/mount_motion.h"
 #include "console/mount_poll.h"
+#include "console/mount_stop.h"
 #include "console/sky_distance.h"
 
 namespace velquinctl {
 namespace {
 
 constexpr double kSlewTimeoutSeconds = 300.0;
-constexpr double kStopTimeoutSeconds = 30.0;
 constexpr double kUnparkTimeoutSeconds = 10.0;
-// A mount counts as resting when it stayed below this speed for this long; a slew is far faster,
-// and the sky itself (0.004 degrees a second, more in a hurried simulator) is slower.
+// A mount counts as resting when it stayed below the speed of a slew for this long.
 constexpr double kRestSeconds = 1.5;
-constexpr double kRestDegrees = 0.15 * kRestSeconds;
-// As long as a dead link takes to show.
+constexpr double kRestDegrees = kSlewDegreesPerSecond * kRestSeconds;
+// How long a mount may take to begin.
 constexpr double kBeginSeconds = 8.0;
+// When every exchange is answered within its half second, a reading is newer than a command sent so
+// long before: one poll may be running, the worker sleeps 0.1 s, then come the command and a poll.
+constexpr double kFreshSeconds = 1.8;
 
 /// Follows a slew whose end is not known beforehand.
 class SlewWatch {
  public:
   explicit SlewWatch(const SkyPosition& start) : start_(start) {}
 
+  /// Begins anew with another row of readings; what was seen so far still counts as moved.
+  void Clear() { motion_.Clear(); }
+  /// Takes a reading from outside of the row.
+  void NoteTravel(const SkyPosition& position) {
+    if (AxisDistanceDegrees(start_, position) > kRestDegrees) moved_ = true;
+  }
+
   void Add(double seconds, const SkyPosition& position) {
     motion_.Add(seconds, position);
     if (motion_.SpreadDegrees() > kRestDegrees) moved_ = true;
+    NoteTravel(position);
     travelDegrees_ = SkyDistanceDegrees(start_, position);
   }
 
@@ -51,101 +64,168 @@ std::string MovingText(const char* what, const SlewWatch& watch, double seconds,
          FormatDistance(watch.TravelDegrees()) + " from the start  " + time;
 }
 
-JsonObject SlewObject(const SlewWatch& watch, const MountState& state) {
-  return StateObject(state).Add("moved", watch.Moved());
+/// A slew to a place that the controller alone knows.
+struct PlaceSlew {
+  MountCommand command;
+  TelescopeHomeFn Driver::*send;  // park's is of the same type
+  const char* doing;              // "going home"
+  const char* reached;            // "home, at"
+  bool parks;                     // the mount is not ready afterwards
+};
+
+/// @return whether this reading, with those before it, shows the end of the slew.
+bool Arrived(const PlaceSlew& slew, const SlewWatch& watch, double seconds,
+             const MountState& state) {
+  if (!watch.Rests() || seconds < kFreshSeconds) return false;
+  if (slew.parks) return !state.ready;
+  return watch.Moved() || seconds >= kBeginSeconds;
 }
 
-/// Sends a slew and follows it until `arrived` holds. @return the state at the end.
-MountState FollowSlew(const CommandContext& context, const Session& session, const char* what,
-                      int32_t (*command)(TelescopeWindow), SlewWatch& watch,
-                      const std::function<bool(double, const MountState&)>& arrived) {
+/// Follows the slew in the session that sent it. @return the last reading.
+MountState FollowSlew(const CommandContext& context, const Session& session, const PlaceSlew& slew,
+                      SlewWatch& watch, Motion& motion) {
   ProgressLine line(context.output.Progress(), context.output.ProgressWriter());
-  StopGuard stop(session);
-  command(nullptr);
   MountState end;
   const auto step = [&](double seconds, const MountState& state) {
     end = state;
     watch.Add(seconds, state.position);
-    line.Show(seconds, MovingText(what, watch, seconds, state.position));
-    return arrived(seconds, state);
+    line.Show(seconds, MovingText(slew.doing, watch, seconds, state.position));
+    return Arrived(slew, watch, seconds, state);
   };
   const auto whenLate = [&]() -> std::string {
-    if (watch.Moved() && !watch.Rests())
-      return "the mount was still moving when the time was over, and is being stopped";
-    stop.Disarm();
+    if (watch.Moved() && !watch.Rests()) return "the mount was still moving at the time limit";
+    const SessionOutcome outcome = context.sessions.End(EndProbe::kAsk);
+    if (outcome.Acknowledged(slew.command) && outcome.ReadingsComplete()) motion.Settle();
     return "the mount did not do it in time; it reports " + PositionText(end.position) + ", " +
            ReadyText(end);
   };
   PollMount(context, session,
-            {.timeoutSeconds = context.TimeoutSeconds(kSlewTimeoutSeconds),
+            {.limit = context.Limit(kSlewTimeoutSeconds),
              .step = step,
              .whenLate = whenLate,
-             .stop = &stop});
-  stop.Disarm();
+             .motion = &motion});
   return end;
+}
+
+/// Looks again, because an answer was missing: what was seen may be old.
+FreshLook FollowAnew(const CommandContext& context, const PlaceSlew& slew, SlewWatch& watch) {
+  const auto makeStep = [&]() -> LookStep {
+    watch.Clear();
+    return [&slew, anew = watch](double seconds, const MountState& state) mutable {
+      anew.Add(seconds, state.position);
+      return Arrived(slew, anew, seconds, state);
+    };
+  };
+  FreshLook look = WatchAnew(context, context.Limit(kSlewTimeoutSeconds), makeStep);
+  if (look.state) watch.NoteTravel(look.state->position);
+  return look;
+}
+
+/// @throws Failure for a slew that ended otherwise than it should
+void JudgeSlew(const PlaceSlew& slew, const SlewWatch& watch, bool acknowledged,
+               const MountState& end) {
+  const std::string where = PositionText(end.position);
+  if (!acknowledged) {
+    throw Failure(ExitCode::kMountFailed,
+                  "the controller did not acknowledge the command, though it may have obeyed it: "
+                  "the mount rests at " +
+                      where + ", " + ReadyText(end));
+  }
+  if (slew.parks || watch.Moved()) return;
+  throw Failure(ExitCode::kMountFailed,
+                "the controller acknowledged the command, but the mount did not move: it was at "
+                "home already, or it refused; it reports " +
+                    where);
+}
+
+void PerformPlaceSlew(const CommandContext& context, const PlaceSlew& slew) {
+  const Session& session = context.Connect();
+  SlewWatch watch(session.Read().position);
+  WithStopWhenBrokenOff(context, [&](Motion& motion) {
+    motion.Begin();
+    (session.Exports().*slew.send)(nullptr);
+    FreshLook look{true, FollowSlew(context, session, slew, watch, motion)};
+    const SessionOutcome outcome = context.sessions.End(EndProbe::kAsk);
+    if (!outcome.ReadingsComplete()) look = FollowAnew(context, slew, watch);
+    if (!look.holds) {
+      throw Failure(ExitCode::kMountFailed, context.request.address +
+                                                " stopped responding, and no reading shows the "
+                                                "mount where it was sent");
+    }
+    motion.Settle();
+    JudgeSlew(slew, watch, outcome.Acknowledged(slew.command), *look.state);
+    context.output.Done(std::string(slew.reached) + ' ' + PositionText(look.state->position),
+                        StateObject(*look.state).Add("moved", watch.Moved()));
+  });
+}
+
+/// @throws Failure unless a new reading shows the mount at rest after the acknowledged stop
+MountState WaitForStop(const CommandContext& context, const TimeLimit& limit) {
+  const FreshLook look =
+      WatchAnew(context, limit, [] { return RestStep(kRestSeconds, kRestDegrees); });
+  if (look.holds) return *look.state;
+  throw Failure(ExitCode::kMountFailed,
+                std::string("the controller acknowledged the stop, but ") +
+                    (look.state ? "no reading shows the mount at rest; it last reported " +
+                                      PositionText(look.state->position)
+                                : "reported no position after it") +
+                    "; " + kMayStillMove);
 }
 
 }  // namespace
 
 void PerformStop(const CommandContext& context) {
-  const Session& session = context.Connect();
-  SlewWatch watch(session.Read().position);
-  session.Exports().Stop(nullptr);
-  MountState end;
-  const auto step = [&](double seconds, const MountState& state) {
-    end = state;
-    watch.Add(seconds, state.position);
-    return watch.Rests();
-  };
-  const auto whenLate = [] { return std::string("the mount still moves"); };
-  PollMount(context, session,
-            {.timeoutSeconds = context.TimeoutSeconds(kStopTimeoutSeconds),
-             .step = step,
-             .whenLate = whenLate});
-  context.output.Done("stopped at " + PositionText(end.position), StateObject(end));
+  const TimeLimit limit = context.Limit(kStopSeconds);
+  Motion motion;
+  motion.Begin();
+  StopReport report;
+  try {
+    report = StopMount(context, limit, true);
+    if (!report.acknowledged) {
+      throw Failure(
+          ExitCode::kMountFailed,
+          (report.lastFailure.empty() ? "" : report.lastFailure + "; ") + StopText(report));
+    }
+    const MountState end = WaitForStop(context, limit);
+    context.output.Done("stopped at " + PositionText(end.position), StateObject(end));
+  } catch (const Failure& failure) {
+    if (failure.Code() != ExitCode::kInterrupted) throw;
+    throw Failure(failure.Code(), failure.what() + ("; " + StopText(report)));
+  }
 }
 
 void PerformHome(const CommandContext& context) {
-  const Session& session = context.Connect();
-  SlewWatch watch(session.Read().position);
-  const auto arrived = [&](double seconds, const MountState&) {
-    return watch.Rests() && (watch.Moved() || seconds >= kBeginSeconds);
-  };
-  const MountState end =
-      FollowSlew(context, session, "going home", session.Exports().Home, watch, arrived);
-  context.output.Done(
-      watch.Moved() ? "home, at " + PositionText(end.position)
-                    : "the mount did not move: it was at home already, or it refused; it reports " +
-                          PositionText(end.position),
-      SlewObject(watch, end));
+  PerformPlaceSlew(context, {.command = MountCommand::kHome,
+                             .send = &Driver::Home,
+                             .doing = "going home",
+                             .reached = "home, at",
+                             .parks = false});
 }
 
 void PerformPark(const CommandContext& context) {
-  const Session& session = context.Connect();
-  SlewWatch watch(session.Read().position);
-  const auto arrived = [&](double, const MountState& state) {
-    return !state.ready && watch.Rests();
-  };
-  const MountState end =
-      FollowSlew(context, session, "parking", session.Exports().Park, watch, arrived);
-  context.output.Done("parked at " + PositionText(end.position), SlewObject(watch, end));
+  PerformPlaceSlew(context, {.command = MountCommand::kPark,
+                             .send = &Driver::Park,
+                             .doing = "parking",
+                             .reached = "parked at",
+                             .parks = true});
 }
 
 void PerformUnpark(const CommandContext& context) {
-  const Session& session = context.Connect();
-  session.Exports().UnPark(nullptr);
-  MountState end;
-  const auto step = [&](double, const MountState& state) {
-    end = state;
-    return state.ready;
-  };
-  const auto whenLate = [] { return std::string("the mount is still parked or not ready"); };
-  PollMount(context, session,
-            {.timeoutSeconds = context.TimeoutSeconds(kUnparkTimeoutSeconds),
-             .step = step,
-             .whenLate = whenLate});
-  context.output.Done("unparked: the mount is ready, at " + PositionText(end.position),
-                      StateObject(end));
+  const TimeLimit limit = context.Limit(kUnparkTimeoutSeconds);
+  context.Connect().Exports().UnPark(nullptr);
+  const SessionOutcome outcome = context.sessions.End(EndProbe::kSkip);
+  ExpectAcknowledged(context, outcome, MountCommand::kUnpark, "unpark", limit);
+  const FreshLook look =
+      LookAnew(context, limit, [](double, const MountState& state) { return state.ready; });
+  if (!look.holds) {
+    throw Failure(ExitCode::kMountFailed,
+                  look.state ? "the mount is still parked or not ready"
+                             : context.request.address +
+                                   " acknowledged the command and then stopped responding: "
+                                   "whether the mount is ready is not known");
+  }
+  context.output.Done("unparked: the mount is ready, at " + PositionText(look.state->position),
+                      StateObject(*look.state));
 }
 
 }  // namespace velquinctl

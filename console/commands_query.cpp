@@ -4,17 +4,70 @@
 #include "console/commands.h"
 #include "console/driver_messages.h"
 #include "console/failure.h"
+#include "console/fresh_look.h"
 #include "console/host_address.h"
+#include "console/mount_motion.h"
 #include "console/mount_poll.h"
 #include "console/text_encoding.h"
 
 namespace velquinctl {
 namespace {
 
+constexpr double kStatusSeconds = 10.0;
+// Longer than it takes until a slow link has brought another reading.
+constexpr double kMomentSeconds = 0.8;
+
 std::string Degrees(double degrees) {
   char text[32];
   std::snprintf(text, sizeof text, "%.4f\u00b0", degrees);
   return text;
+}
+
+std::string SpeedText(double degreesPerSecond) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.2f\u00b0/s", degreesPerSecond);
+  return text;
+}
+
+/// A mount seen for a moment.
+struct StatusView {
+  MountState state;
+  MountMotion motion = MountMotion::kTracking;
+  double degreesPerSecond = 0.0;
+};
+
+std::string StateText(const StatusView& view) {
+  const bool moves = view.motion == MountMotion::kMoving || view.motion == MountMotion::kSlewing;
+  std::string text = ReadyText(view.state);
+  if (view.state.ready || moves) text += std::string(", ") + MotionWord(view.motion);
+  if (moves) text += " at " + SpeedText(view.degreesPerSecond);
+  return text;
+}
+
+/// Watches the mount for a moment, in sessions of its own until every answer came.
+/// @throws Failure when that does not happen in time; it tells the position
+StatusView LookForAMoment(const CommandContext& context) {
+  StatusView view;
+  const auto makeStep = [&]() -> LookStep {
+    return
+        [&, first = std::optional<SkyPosition>()](double seconds, const MountState& state) mutable {
+          if (!first) first = state.position;
+          if (seconds < kMomentSeconds) return false;
+          view.motion = MotionBetween(*first, state.position, seconds);
+          view.degreesPerSecond = SpeedBetween(*first, state.position, seconds);
+          return true;
+        };
+  };
+  context.Connect();
+  const FreshLook look = WatchAnew(context, context.Limit(kStatusSeconds), makeStep);
+  if (look.holds) {
+    view.state = *look.state;
+    return view;
+  }
+  if (!look.state) throw Failure(ExitCode::kMountFailed, "there was no time for a reading");
+  throw Failure(ExitCode::kMountFailed,
+                context.request.address + " stopped responding: the mount was last at " +
+                    PositionText(look.state->position) + ", and whether it moves is not known");
 }
 
 }  // namespace
@@ -40,15 +93,19 @@ void PerformStatus(const CommandContext& context, const StatusAction& action) {
     PerformMonitor(context, {1.0, action.forSeconds, true});
     return;
   }
-  const MountState state = context.Connect().Read();
+  const StatusView view = LookForAMoment(context);
+  const MountState& state = view.state;
   const SkyPosition& position = state.position;
   const std::string text = "right ascension   " + FormatRightAscension(position.raDegrees) + "  (" +
                            Degrees(position.raDegrees) + ")\ndeclination      " +
                            FormatDeclination(position.decDegrees) + "   (" +
                            Degrees(position.decDegrees) + ")\nstate             " +
-                           ReadyText(state) + "\npier side         " +
+                           StateText(view) + "\npier side         " +
                            (state.pierSide < 0 ? "unknown" : std::to_string(state.pierSide));
-  context.output.Answer(text, StateObject(state));
+  JsonObject details = StateObject(state);
+  details.Add("motion", MotionWord(view.motion))
+      .Add("speedDegreesPerSecond", view.degreesPerSecond);
+  context.output.Answer(text, details);
 }
 
 }  // namespace velquinctl

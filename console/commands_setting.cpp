@@ -2,10 +2,13 @@
 // The commands that hand something over: site, align-reset, ini.
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdio>
 
 #include "console/commands.h"
+#include "console/failure.h"
 #include "console/files.h"
+#include "console/fresh_look.h"
 #include "console/machine_clock.h"
 #include "console/mount_poll.h"
 #include "console/text_encoding.h"
@@ -14,17 +17,26 @@
 namespace velquinctl {
 namespace {
 
-// The hand-over is answered by nothing that could be waited for. It takes ten exchanges or so, and
-// ends with the mount resuming its tracking, which must come before the end of the session.
-constexpr int kHandOverMs = 1000;
+constexpr double kSettingSeconds = 10.0;
+// The hand-over takes up to eight exchanges and then queues another, the one that makes a ready
+// mount resume its tracking; it must be queued before the end of the session is. How long exchanges
+// take is known from the connecting, which is seven of them.
+constexpr double kShortestHandOverSeconds = 1.0;
+constexpr double kLongestHandOverSeconds = 4.7;
+
+int HandOverMs(const Session& session) {
+  return static_cast<int>(1000.0 * std::clamp(0.5 + 2.0 * session.ConnectSeconds(),
+                                              kShortestHandOverSeconds, kLongestHandOverSeconds));
+}
 
 std::string SiteText(const SiteTime& time, const SiteLocation& location) {
   char text[160];
-  std::snprintf(text, sizeof text,
-                "site and clock sent: latitude %.4f\u00b0, longitude %.4f\u00b0, local time "
-                "%04d-%02d-%02d %02d:%02d:%02d, zone %+g h",
-                location.latitude, location.longitude, time.year, time.month, time.day, time.hour,
-                time.minute, static_cast<int>(time.second), time.zone);
+  std::snprintf(
+      text, sizeof text,
+      "site and clock acknowledged: latitude %.4f\u00b0, longitude %.4f\u00b0, local time "
+      "%04d-%02d-%02d %02d:%02d:%02d, zone %+g h",
+      location.latitude, location.longitude, time.year, time.month, time.day, time.hour,
+      time.minute, static_cast<int>(time.second), time.zone);
   return text;
 }
 
@@ -52,19 +64,26 @@ void PerformSite(const CommandContext& context, const SiteAction& action) {
   local.zone = zone;
   const SiteTime time = InWholeHourZone(local);
   session.Exports().BaseSetting(nullptr, &time, &action.location);
-  context.interrupt.SleepMs(kHandOverMs);
+  context.interrupt.SleepMs(HandOverMs(session));
+  const MountState state = session.Read();
+  const SessionOutcome outcome = context.sessions.End(EndProbe::kAsk);
+  ExpectAcknowledged(context, outcome, MountCommand::kSite, "all of site and clock",
+                     context.Limit(kSettingSeconds));
   context.output.Done(SiteText(time, action.location),
                       JsonObject()
                           .Add("latitudeDegrees", action.location.latitude)
                           .Add("longitudeDegrees", action.location.longitude)
                           .Add("zoneHours", time.zone)
                           .Add("localTime", LocalTimeText(time))
-                          .Append(StateObject(session.Read())));
+                          .Append(StateObject(state)));
 }
 
 void PerformAlignReset(const CommandContext& context) {
   context.Connect().Exports().AlignReset(nullptr);
-  context.output.Done("alignment reset sent", JsonObject());
+  const SessionOutcome outcome = context.sessions.End(EndProbe::kAsk);
+  ExpectAcknowledged(context, outcome, MountCommand::kAlignReset, "the alignment reset",
+                     context.Limit(kSettingSeconds));
+  context.output.Done("alignment reset acknowledged", JsonObject());
 }
 
 void PerformIni(const CommandContext& context, const IniAction& action) {
@@ -72,7 +91,10 @@ void PerformIni(const CommandContext& context, const IniAction& action) {
   settings.iniFile = FullPath(action.file);
   settings.iniSection = action.section;
   const Session& session = context.sessions.Open(settings);
-  const MountState state = session.WaitForPosition(context.interrupt, context.TimeoutSeconds(10.0));
+  const TimeLimit limit = context.Limit(kSettingSeconds);
+  const MountState state = session.WaitForPosition(context.interrupt, limit.LeftSeconds());
+  const SessionOutcome outcome = context.sessions.End(EndProbe::kAsk);
+  ExpectAcknowledged(context, outcome, MountCommand::kMeridian, "the meridian overrides", limit);
   const std::string stopPoint = IniValue(action, L"_OverrideMeridianStopPoint");
   const std::string gotoValue = IniValue(action, L"_OverrideMeridianGoto");
   context.output.Done("connected with [" + action.section + "] of " + settings.iniFile +

@@ -6,17 +6,20 @@
 #include "console/commands.h"
 #include "console/driver_messages.h"
 #include "console/failure.h"
+#include "console/fresh_look.h"
 #include "console/goto_watch.h"
 #include "console/mount_poll.h"
+#include "console/mount_stop.h"
 #include "console/progress_bar.h"
 #include "console/sky_distance.h"
+#include "console/terminal.h"
 
 namespace velquinctl {
 namespace {
 
 constexpr double kGotoSeconds = 300.0;
 constexpr double kSyncSeconds = 10.0;
-constexpr double kSyncSettleSeconds = 0.5;  // a small correction shows only in the next polls
+constexpr double kFarSyncDegrees = 5.0;  // farther away it is more likely a slip than a correction
 constexpr double kSyncToleranceDegrees = 60.0 / 3600.0;
 constexpr int kBarWidth = 20;
 constexpr const char* kNotGone =
@@ -39,89 +42,152 @@ JsonObject TargetObject(const SkyPosition& target) {
       .Add("targetDecDegrees", target.decDegrees);
 }
 
-void TellReached(const Output& output, const GotoAction& action, const GotoWatch& watch,
-                 const MountState& state, double seconds) {
+void TellReached(const Output& output, const GotoAction& action, const MountState& state,
+                 double seconds) {
+  const double left = SkyDistanceDegrees(state.position, action.target);
   JsonObject details = TargetObject(action.target);
-  details.Append(StateObject(state))
-      .Add("distanceDegrees", watch.LeftDegrees())
-      .Add("elapsedSeconds", seconds);
-  output.Done("reached " + PositionText(state.position) + ", " +
-                  FormatDistance(watch.LeftDegrees()) + " from the target, in " +
-                  SecondsText(seconds),
+  details.Append(StateObject(state)).Add("distanceDegrees", left).Add("elapsedSeconds", seconds);
+  output.Done("reached " + PositionText(state.position) + ", " + FormatDistance(left) +
+                  " from the target, in " + SecondsText(seconds),
               details);
 }
 
 /// @throws Failure for a goto that will not come to its end.
-void JudgeVerdict(GotoWatch::Verdict verdict, const GotoWatch& watch, StopGuard& stop) {
+void JudgeVerdict(const CommandContext& context, GotoWatch::Verdict verdict, const GotoWatch& watch,
+                  Motion& motion) {
   if (verdict == GotoWatch::Verdict::kNeverMoved) {
-    stop.Disarm();
+    const SessionOutcome outcome = context.sessions.End(EndProbe::kAsk);
+    if (!outcome.Acknowledged(MountCommand::kGoto) || !outcome.ReadingsComplete())
+      throw Failure(ExitCode::kMountFailed,
+                    "the mount was not seen to move, and answers of the controller were missing");
+    motion.Settle();
     throw Failure(ExitCode::kMountFailed, kNotGone);
   }
   if (verdict == GotoWatch::Verdict::kStoppedShort) {
-    throw Failure(
-        ExitCode::kMountFailed,
-        "the mount stands still " + FormatDistance(watch.LeftDegrees()) + " from the target");
+    throw Failure(ExitCode::kMountFailed,
+                  "the mount stopped " + FormatDistance(watch.LeftDegrees()) + " from the target");
   }
+}
+
+/// What was seen of a goto.
+struct GotoView {
+  GotoWatch watch;
+  double seconds = 0.0;
+  MountState state;
+};
+
+/// Follows the goto in the session that sent it, to its end.
+void FollowGoto(const CommandContext& context, const Session& session, GotoView& view,
+                Motion& motion) {
+  ProgressLine line(context.output.Progress(), context.output.ProgressWriter());
+  const auto step = [&](double seconds, const MountState& state) {
+    const auto verdict = view.watch.Add(seconds, state.position);
+    line.Show(seconds, WayText(view.watch, seconds, state.position));
+    JudgeVerdict(context, verdict, view.watch, motion);
+    view.seconds = seconds;
+    view.state = state;
+    return verdict == GotoWatch::Verdict::kArrived;
+  };
+  const auto whenLate = [&] {
+    return "the mount was still " + FormatDistance(view.watch.LeftDegrees()) +
+           " from the target after " + SecondsText(context.TimeoutSeconds(kGotoSeconds));
+  };
+  PollMount(context, session,
+            {.limit = context.Limit(kGotoSeconds),
+             .step = step,
+             .whenLate = whenLate,
+             .whenRefused = kNotGone,
+             .motion = &motion});
+  line.End();
+}
+
+/// Looks again, because an answer was missing: what was seen may be old.
+/// @throws Failure when no new reading shows the mount at the target
+void FollowGotoAnew(const CommandContext& context, const GotoAction& action, GotoView& view) {
+  const auto makeStep = [&]() -> LookStep {
+    return [watch = GotoWatch(action.target, action.toleranceDegrees)](
+               double seconds, const MountState& state) mutable {
+      return watch.Add(seconds, state.position) == GotoWatch::Verdict::kArrived;
+    };
+  };
+  const FreshLook look = WatchAnew(context, context.Limit(kGotoSeconds), makeStep);
+  if (!look.holds) {
+    throw Failure(ExitCode::kMountFailed,
+                  context.request.address +
+                      " stopped responding, and no reading shows the mount at the target");
+  }
+  view.state = *look.state;
+}
+
+/// Asks before a sync that is likely a slip. @throws Failure when it must not be made
+void ExpectSyncIsMeant(const CommandContext& context, const SyncAction& action,
+                       const MountState& state) {
+  if (!state.ready) {
+    throw Failure(ExitCode::kMountFailed, "the mount is " + ReadyText(state) +
+                                              " and cannot be synchronised: unpark it first");
+  }
+  const double offset = SkyDistanceDegrees(state.position, action.target);
+  if (offset <= kFarSyncDegrees || action.yes) return;
+  const std::string where =
+      "the position is " + FormatDistance(offset) + " from where the mount thinks it points";
+  if (!Terminal::InputIsTerminal())
+    throw Failure(ExitCode::kWrongUsage, where + ": add --yes if that is meant; nothing was sent");
+  const bool yes = Terminal::AskYes(where + ". Synchronise?");
+  context.interrupt.Check();
+  if (!yes) throw Failure(ExitCode::kMountFailed, "not synchronised: nothing was sent");
 }
 
 }  // namespace
 
 void PerformGoto(const CommandContext& context, const GotoAction& action) {
   const Session& session = context.Connect();
-  GotoWatch watch(action.target, action.toleranceDegrees);
-  watch.Add(0.0, session.Read().position);
-  ProgressLine line(context.output.Progress(), context.output.ProgressWriter());
-  StopGuard stop(session);
+  GotoView view{GotoWatch(action.target, action.toleranceDegrees), 0.0, session.Read()};
+  view.watch.Add(0.0, view.state.position);
   const double target[2] = {action.target.raDegrees, action.target.decDegrees};
-  session.Exports().Look(nullptr, target);
-  double elapsedSeconds = 0.0;
-  MountState end;
-  const auto step = [&](double seconds, const MountState& state) {
-    const auto verdict = watch.Add(seconds, state.position);
-    line.Show(seconds, WayText(watch, seconds, state.position));
-    JudgeVerdict(verdict, watch, stop);
-    elapsedSeconds = seconds;
-    end = state;
-    return verdict == GotoWatch::Verdict::kArrived;
-  };
-  const auto whenLate = [&] {
-    return "the mount was still " + FormatDistance(watch.LeftDegrees()) +
-           " from the target after " + SecondsText(context.TimeoutSeconds(kGotoSeconds)) +
-           " and is being stopped";
-  };
-  PollMount(context, session,
-            {.timeoutSeconds = context.TimeoutSeconds(kGotoSeconds),
-             .step = step,
-             .whenLate = whenLate,
-             .whenRefused = kNotGone,
-             .stop = &stop});
-  stop.Disarm();
-  line.End();
-  TellReached(context.output, action, watch, end, elapsedSeconds);
+  WithStopWhenBrokenOff(context, [&](Motion& motion) {
+    motion.Begin();
+    session.Exports().Look(nullptr, target);
+    FollowGoto(context, session, view, motion);
+    const SessionOutcome outcome = context.sessions.End(EndProbe::kAsk);
+    if (!outcome.ReadingsComplete()) FollowGotoAnew(context, action, view);
+    motion.Settle();
+    if (!outcome.Acknowledged(MountCommand::kGoto)) {
+      throw Failure(ExitCode::kMountFailed,
+                    "the controller did not acknowledge the goto, though it may have obeyed it: "
+                    "the mount is at " +
+                        PositionText(view.state.position));
+    }
+    TellReached(context.output, action, view.state, view.seconds);
+  });
 }
 
 void PerformSync(const CommandContext& context, const SyncAction& action) {
+  const TimeLimit limit = context.Limit(kSyncSeconds);
   const Session& session = context.Connect();
+  const MountState before = session.Read();
+  ExpectSyncIsMeant(context, action, before);
   const double target[2] = {action.target.raDegrees, action.target.decDegrees};
-  const double offset = SkyDistanceDegrees(session.Read().position, action.target);
   session.Exports().Sync(nullptr, target);
-  MountState end;
-  const auto step = [&](double seconds, const MountState& state) {
-    end = state;
-    return seconds >= kSyncSettleSeconds &&
-           SkyDistanceDegrees(state.position, action.target) <= kSyncToleranceDegrees;
-  };
-  const auto whenLate = [&] {
-    return "the mount did not take the position over; it reports " + PositionText(end.position) +
-           ", " + FormatDistance(SkyDistanceDegrees(end.position, action.target)) + " away";
-  };
-  PollMount(
-      context, session,
-      {.timeoutSeconds = context.TimeoutSeconds(kSyncSeconds), .step = step, .whenLate = whenLate});
+  const SessionOutcome outcome = context.sessions.End(EndProbe::kSkip);
+  ExpectAcknowledged(context, outcome, MountCommand::kSync, "the sync", limit);
+  const FreshLook look = LookAnew(context, limit, [&](double, const MountState& state) {
+    return SkyDistanceDegrees(state.position, action.target) <= kSyncToleranceDegrees;
+  });
+  if (!look.state) {
+    throw Failure(ExitCode::kMountFailed,
+                  "the controller acknowledged the sync, but reported no position after it");
+  }
+  const SkyPosition& end = look.state->position;
+  if (!look.holds) {
+    throw Failure(ExitCode::kMountFailed,
+                  "the mount did not accept the sync; it reports " + PositionText(end) + ", " +
+                      FormatDistance(SkyDistanceDegrees(end, action.target)) + " away");
+  }
+  const double offset = SkyDistanceDegrees(before.position, action.target);
   JsonObject details = TargetObject(action.target);
-  details.Append(StateObject(end)).Add("correctedDegrees", offset);
-  context.output.Done("synchronised: the mount points at " + PositionText(end.position) + ", " +
-                          FormatDistance(offset) + " from where it believed to be",
+  details.Append(StateObject(*look.state)).Add("correctedDegrees", offset);
+  context.output.Done("synchronised: the mount points at " + PositionText(end) + ", " +
+                          FormatDistance(offset) + " from where it thought it was",
                       details);
 }
 

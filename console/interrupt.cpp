@@ -7,6 +7,8 @@
 #include <atomic>
 
 #include "console/failure.h"
+#include "console/journal_folder.h"
+#include "console/stop_attempts.h"
 
 namespace velquinctl {
 namespace {
@@ -19,10 +21,23 @@ constexpr DWORD kClosingMs = 4800;
 HANDLE pressed = nullptr;
 HANDLE inOrder = nullptr;
 std::atomic<int> timesPressed = 0;
+std::atomic<bool> mountMayMove = false;
+
+/// The last words of a program whose own thread is busy in the driver.
+void WriteLastLine() {
+  std::string line = "velquinctl: ended at once, without waiting for the driver";
+  if (mountMayMove) line += std::string("; ") + kMayStillMove;
+  line += "\r\n";
+  DWORD written = 0;
+  WriteFile(GetStdHandle(STD_ERROR_HANDLE), line.data(), static_cast<DWORD>(line.size()), &written,
+            nullptr);
+}
 
 BOOL WINAPI OnControlEvent(DWORD event) {
   if (timesPressed.fetch_add(1) > 0 && (event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT)) {
     // The second time means now, even while the driver is busy.
+    WriteLastLine();
+    if (const wchar_t* folder = JournalFolderInUse()) RemoveFolderAtOnce(folder);
     TerminateProcess(GetCurrentProcess(), static_cast<UINT>(ExitCode::kInterrupted));
   }
   SetEvent(pressed);
@@ -42,6 +57,10 @@ Interrupt::Interrupt() {
 
 Interrupt::~Interrupt() {
   SetEvent(inOrder);
+}
+
+void Interrupt::SetMountMayMove(bool may) {
+  mountMayMove = may;
 }
 
 void Interrupt::SleepMs(int durationMs) const {

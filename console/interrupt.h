@@ -20,6 +20,10 @@ class Interrupt {
 
   /// @throws Failure with kInterrupted when Ctrl-C was pressed.
   void Check() const { SleepMs(0); }
+
+  /// Says whether the mount may be moving because of this program: a second Ctrl-C, which ends it
+  /// at once, then says so. Any thread.
+  static void SetMountMayMove(bool may);
 };
 
 }  // namespace velquinctl

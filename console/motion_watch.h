@@ -17,6 +17,9 @@ class MotionWatch {
   /// @param seconds time of the position, never going back
   void Add(double seconds, const SkyPosition& position);
 
+  /// Forgets all positions.
+  void Clear() { samples_.clear(); }
+
   /// @return whether the watch reaches back over the whole window yet.
   bool Full() const;
 

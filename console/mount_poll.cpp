@@ -19,16 +19,16 @@ void PollMount(const CommandContext& context, const Session& session, const Moun
   for (;;) {
     context.interrupt.SleepMs(kPollMs);
     if (context.messages.HasText()) {
-      if (poll.stop != nullptr) poll.stop->Disarm();
+      if (poll.motion != nullptr) poll.motion->Settle();
       throw Failure(ExitCode::kMountFailed, poll.whenRefused + DriverSays(context.messages));
     }
     const MountState state = session.Read();
     if (!state.valid) {
-      throw Failure(ExitCode::kMountFailed, context.request.address + " does not answer any more");
+      throw Failure(ExitCode::kMountFailed, context.request.address + " stopped responding");
     }
     const double seconds = SteadySeconds() - begin;
     if (poll.step(seconds, state)) return;
-    if (seconds >= poll.timeoutSeconds) throw Failure(ExitCode::kMountFailed, poll.whenLate());
+    if (poll.limit.Over()) throw Failure(ExitCode::kMountFailed, poll.whenLate());
   }
 }
 

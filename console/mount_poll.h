@@ -7,40 +7,24 @@
 
 #include "console/commands.h"
 #include "console/json_object.h"
+#include "console/mount_stop.h"
 #include "console/session.h"
 
 namespace velquinctl {
 
-/// Stops the mount when it goes out of scope, unless told that there is no need to: a command that
-/// is broken off leaves nothing moving.
-class StopGuard {
- public:
-  explicit StopGuard(const Session& session) : session_(session) {}
-  StopGuard(const StopGuard&) = delete;
-  StopGuard& operator=(const StopGuard&) = delete;
-  ~StopGuard() {
-    if (armed_) session_.Exports().Stop(nullptr);
-  }
-
-  void Disarm() { armed_ = false; }
-
- private:
-  const Session& session_;
-  bool armed_ = true;
-};
-
 /// How a command waits for the mount.
 struct MountPoll {
-  double timeoutSeconds;  ///< after which the command has failed
+  TimeLimit limit;  ///< after which the command has failed
   /// Gets the seconds since the beginning and the state; returns true when all is done.
   std::function<bool(double seconds, const MountState& state)> step;
   std::function<std::string()> whenLate;                      ///< says what was not reached in time
   std::string whenRefused = "the mount refused the command";  ///< when the driver shows a message
-  StopGuard* stop = nullptr;  ///< disarmed then: a mount that refused goes on as before
+  Motion* motion = nullptr;  ///< settled then: a mount that refused goes on as before
 };
 
 /// Looks at the mount about ten times a second until all is done.
-/// @throws Failure when the time is over, the mount stops answering, the driver shows a message, or
+/// @throws Failure when the time is over, the mount stops responding, the driver shows a message,
+/// or
 ///         on Ctrl-C
 void PollMount(const CommandContext& context, const Session& session, const MountPoll& poll);
 

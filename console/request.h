@@ -41,6 +41,7 @@ struct GotoAction {
 
 struct SyncAction {
   SkyPosition target;
+  bool yes = false;  ///< do not ask, however far away it is
 };
 
 struct StopAction {};
@@ -65,6 +66,13 @@ struct PulseAction {
   std::array<int, 4> lengthsMs{};  ///< north, south, east, west; 0 for none
   double rateRa = 0.0;
   double rateDec = 0.0;
+
+  /// @return how long the driver is busy with them: it rests for 50 ms after each.
+  double DriverSeconds() const {
+    int ms = 0;
+    for (const int length : lengthsMs) ms += length > 0 ? length + 50 : 0;
+    return ms / 1000.0;
+  }
 };
 
 struct GuideSpeedAction {

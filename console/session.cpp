@@ -4,30 +4,22 @@
 
 #include "console/driver_messages.h"
 #include "console/failure.h"
-#include "console/files.h"
 #include "console/host_address.h"
+#include "console/journal_folder.h"
+#include "console/journal_outcome.h"
+#include "console/output.h"
 #include "console/steady_time.h"
 #include "console/text_encoding.h"
 
 namespace velquinctl {
-namespace {
-
-/// @return the folder with the separator at its end that the driver expects; a journal that nobody
-///         asked for goes where it bothers nobody.
-std::string JournalFolder(const std::string& asked) {
-  if (asked.empty()) return TemporaryFolder();
-  return asked.ends_with('\\') || asked.ends_with('/') ? asked : asked + '\\';
-}
-
-}  // namespace
 
 SessionSettings SettingsOf(const Request& request) {
   SessionSettings settings;
   settings.library = request.options.library;
   settings.address = request.address;
   settings.name = request.options.name;
-  settings.logPath = JournalFolder(request.options.logPath);
-  settings.logPrefix = request.options.logPrefix.empty() ? "velquinctl" : request.options.logPrefix;
+  settings.logPath = request.options.logPath;
+  settings.logPrefix = request.options.logPrefix.empty() ? kProgramName : request.options.logPrefix;
   return settings;
 }
 
@@ -40,23 +32,63 @@ bool SessionSettings::Serve(SessionSettings asked) const {
 }
 
 Session::Session(const SessionSettings& settings, MessageWatch& messages)
-    : settings_(settings), driver_(settings.library) {
-  const std::string address = ResolvedAddress(settings.address);
+    : settings_(settings),
+      driver_(settings.library),
+      systemAddress_(ResolvedAddress(settings.address)) {
   driver_.SetName(nullptr, SystemFromUtf8("--name", settings.name).c_str());
-  driver_.SetLogPath(nullptr, SystemFromUtf8("--log-path", settings.logPath).c_str());
-  driver_.SetLogPrefix(nullptr, SystemFromUtf8("--log-prefix", settings.logPrefix).c_str());
   if (!settings.iniFile.empty()) {
     driver_.SetIni(nullptr, SystemFromUtf8("FILE", settings.iniFile).c_str(),
                    SystemFromUtf8("SECTION", settings.iniSection).c_str());
   }
-  if (driver_.Start(nullptr, address.c_str(), nullptr, 0) != 1) {
+  const double begin = SteadySeconds();
+  if (driver_.Start(nullptr, systemAddress_.c_str(), nullptr, 0) != 1) {
     throw Failure(ExitCode::kMountFailed,
                   "no answer from " + settings.address + DriverSays(messages));
   }
+  connectSeconds_ = SteadySeconds() - begin;
 }
 
 Session::~Session() {
+  try {
+    End(EndProbe::kSkip);
+  } catch (const std::exception&) {
+    // No memory, or no folder: the session has ended all the same.
+  }
+}
+
+SessionOutcome Session::End(EndProbe probe) {
+  if (ended_) return SessionOutcome::Unknown();
+  ended_ = true;
+  const JournalFolder folder;
+  // An empty path would be the current folder; this one is no folder, so no file is made.
+  driver_.SetLogPath(nullptr, folder.SystemPath().empty() ? "?\\" : folder.SystemPath().c_str());
+  driver_.SetLogPrefix(nullptr, JournalFolder::kPrefix);
+  if (folder.SystemPath().empty()) {
+    driver_.End(nullptr);
+    return SessionOutcome::Unknown();
+  }
   driver_.End(nullptr);
+  const bool answers = probe == EndProbe::kSkip || Answers();
+  // The first call wrote the journal before it performed what was queued; this one writes it again,
+  // whole.
+  driver_.End(nullptr);
+  if (!settings_.logPath.empty() && !folder.CopyTo(settings_.logPath, settings_.logPrefix))
+    WriteErrorLine("cannot write the time-out journal to " + settings_.logPath);
+  const auto journal = folder.Read();
+  if (!journal) return SessionOutcome::Unknown();
+  SessionOutcome outcome = OutcomeFromJournal(*journal);
+  if (answers) return outcome;
+  outcome.MissReading();
+  // A probe that was sent and not answered has left a line; without one the system sends nothing.
+  if (!JournalEndsWithProbe(*journal)) outcome.LoseTrack();
+  return outcome;
+}
+
+bool Session::Answers() const {
+  char version[256] = {};
+  char extra[8] = {};
+  return driver_.Check(nullptr, systemAddress_.c_str(), nullptr, version, sizeof version, extra,
+                       sizeof extra) == 1;
 }
 
 MountState Session::Read() const {
@@ -77,17 +109,24 @@ MountState Session::WaitForPosition(const Interrupt& interrupt, double timeoutSe
     if (state.valid) return state;
     if (SteadySeconds() >= deadline) {
       throw Failure(ExitCode::kMountFailed,
-                    settings_.address + " answers, but tells no position of the mount");
+                    settings_.address + " answers, but reports no position of the mount");
     }
     interrupt.SleepMs(20);
   }
 }
 
 Session& SessionHolder::Open(const SessionSettings& settings) {
-  if (session_ && session_->Settings().Serve(settings)) return *session_;
   Close();
-  session_ = std::make_unique<Session>(settings, messages_);
+  if (!lastSettings_.Serve(settings)) lastSettings_ = settings;
+  session_ = std::make_unique<Session>(lastSettings_, messages_);
   return *session_;
+}
+
+SessionOutcome SessionHolder::End(EndProbe probe) {
+  if (!session_) return SessionOutcome::Unknown();
+  const SessionOutcome outcome = session_->End(probe);
+  Close();
+  return outcome;
 }
 
 }  // namespace velquinctl

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// One session with one mount: from TelescopeStart to TelescopeEnd, whatever happens in between.
+// One session with one mount: from TelescopeStart to TelescopeEnd, whatever happens in between. At
+// its end it tells what became of its commands, which the driver's exports do not.
 #pragma once
 
 #include <memory>
@@ -9,6 +10,7 @@
 #include "console/interrupt.h"
 #include "console/message_watch.h"
 #include "console/request.h"
+#include "console/session_outcome.h"
 #include "console/sky_position.h"
 
 namespace velquinctl {
@@ -39,43 +41,65 @@ struct MountState {
   int pierSide = -1;   ///< 0 or 1; -1 unknown
 };
 
+/// Whether the end of a session asks the controller once more if it is there. Without, datagrams
+/// that the system refused to send (a cable that was pulled out) go unnoticed.
+enum class EndProbe { kAsk, kSkip };
+
 /// One thread.
 class Session {
  public:
-  /// Loads the library afresh, so that no position of an earlier mount is left, and connects.
+  /// Loads the library afresh, so that no reading is older than the session, and connects.
   /// @throws Failure when the library is unusable, a text cannot be handed over, or no answer comes
   Session(const SessionSettings& settings, MessageWatch& messages);
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
-  /// Ends the session. The driver performs what is queued first.
+  /// Ends the session, unless that was done. The driver performs what is queued first.
   ~Session();
 
   const Driver& Exports() const { return driver_; }
   const SessionSettings& Settings() const { return settings_; }
   MountState Read() const;
+  /// @return how long the connecting took, seven exchanges.
+  double ConnectSeconds() const { return connectSeconds_; }
 
   /// Waits until the mount's position is known.
   /// @throws Failure when that takes longer than timeoutSeconds, or on Ctrl-C
   MountState WaitForPosition(const Interrupt& interrupt, double timeoutSeconds) const;
 
+  /// Ends the session. What is queued is performed first, so this takes as long as that does.
+  /// @return what became of all its commands and readings. Nothing can be asked of it afterwards.
+  SessionOutcome End(EndProbe probe);
+
  private:
+  /// @return whether the controller answers now, after the session.
+  bool Answers() const;
+
   const SessionSettings settings_;
   const Driver driver_;
+  const std::string systemAddress_;
+  double connectSeconds_ = 0.0;
+  bool ended_ = false;
 };
 
-/// Keeps a session open from one command to the next that wants the same.
+/// Keeps the session of the command that runs. One thread.
 class SessionHolder {
  public:
   explicit SessionHolder(MessageWatch& messages) : messages_(messages) {}
 
-  /// @return the session with these settings; one with others is ended first. Settings without INI
-  ///         overrides fit a session that has some: a script's ini line holds for those behind it.
+  /// @return a new session with these settings; the one before is ended first. Settings without INI
+  ///         overrides get those of the session before when all else is the same: a script's ini
+  ///         line holds for those behind it.
   Session& Open(const SessionSettings& settings);
+  /// @return the session, or null when there is none.
+  Session* Current() const { return session_.get(); }
+  /// Ends the session. @return what became of its commands; Unknown when there was none.
+  SessionOutcome End(EndProbe probe);
   /// Ends the session, if there is one.
   void Close() { session_.reset(); }
 
  private:
   MessageWatch& messages_;
+  SessionSettings lastSettings_;
   std::unique_ptr<Session> session_;
 };
 

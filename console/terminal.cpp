@@ -35,6 +35,19 @@ bool Terminal::OutputIsTerminal() {
   return std::wstring_view(passedOn) == L"1";
 }
 
+bool Terminal::InputIsTerminal() {
+  DWORD mode = 0;
+  return GetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), &mode) != 0;
+}
+
+bool Terminal::AskYes(const std::string& question) {
+  std::fputs((question + " [y/N] ").c_str(), stderr);
+  std::fflush(stderr);
+  char answer[16] = {};
+  if (std::fgets(answer, sizeof answer, stdin) == nullptr) return false;
+  return answer[0] == 'y' || answer[0] == 'Y';
+}
+
 std::vector<std::string> Terminal::CommandLineWords() {
   int count = 0;
   wchar_t** wide = CommandLineToArgvW(GetCommandLineW(), &count);

@@ -19,6 +19,11 @@ class Terminal {
   ///         passes the output on to a terminal sets VELQUINCTL_TERMINAL=1 in the environment.
   static bool OutputIsTerminal();
 
+  /// @return whether somebody can answer a question at standard input.
+  static bool InputIsTerminal();
+  /// Asks on standard error and waits for a line. @return whether it begins with y or Y.
+  static bool AskYes(const std::string& question);
+
   /// @return the words after the program's name, UTF-8.
   static std::vector<std::string> CommandLineWords();
 

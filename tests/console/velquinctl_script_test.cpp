@@ -30,15 +30,18 @@ class VelquinctlScript : public VelquinctlTest {
   TempFolder folder;
 };
 
-TEST_F(VelquinctlScript, PerformsItsLinesInOrderInOneSession) {
+TEST_F(VelquinctlScript, PerformsItsLinesInOrder) {
   const ProgramResult result =
       RunScript("# an evening\n\ngoto " + Address() + " 6h 20\nsync " + Address() +
                 " 6h 20.25  # a star\nguide-speed " + Address() + " 0.5 0.5\n");
   EXPECT_EQ(result.exitCode, 0) << result.error;
   EXPECT_NEAR(mount.DecDegrees(), 20.25, 1e-4);
-  const auto commands = mount.Commands();
-  EXPECT_EQ(std::count(commands.begin(), commands.end(), "$MTCOM=0.000000,3.000000"), 1)
-      << "connected once";
+  std::vector<std::string> keys;
+  for (const std::string& command : mount.Commands()) {
+    const std::string key = command.substr(0, 7);
+    if (key == "$MTTGT=" || key == "$ALIGN=" || key == "$MTAGS=") keys.push_back(key);
+  }
+  EXPECT_THAT(keys, testing::ElementsAre("$MTTGT=", "$ALIGN=", "$MTAGS="));
   EXPECT_THAT(result.OutLines().front(), StartsWith("> goto " + Address()));
 }
 
@@ -137,7 +140,7 @@ TEST(VelquinctlSessions, ANewOneKnowsNoPositionOfTheOneBefore) {
   const ProgramResult result = run.Wait();
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_EQ(result.error, file + ":2: " + controller.Address() +
-                              " answers, but tells no position of the mount\n");
+                              " answers, but reports no position of the mount\n");
 }
 
 }  // namespace

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// Reads velquin.dll's time-out journal as evidence. The exports do not tell what became of a
+// command; the journal has a line for each exchange that failed or was slow:
+//   HH:MM:SS COMMAND : REASON
+// A command without a line was answered. Two things leave no line: what follows a closed link, and
+// a datagram that the system refused to send. Pure; any thread.
+#pragma once
+
+#include <string_view>
+
+#include "console/session_outcome.h"
+
+namespace velquinctl {
+
+/// @param journal the whole file, written after the last command was performed; empty when the
+///        driver had nothing to write
+/// @return what it proves; Unknown for a text that is not a whole journal.
+SessionOutcome OutcomeFromJournal(std::string_view journal);
+
+/// @return whether the last exchange of the journal that failed was one of a probe's
+///         (TelescopeCheck): then the probe's datagrams were sent.
+bool JournalEndsWithProbe(std::string_view journal);
+
+}  // namespace velquinctl

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "console/mount_stop.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+#include "console/failure.h"
+
+namespace velquinctl {
+namespace {
+
+constexpr int kPauseMs = 100;
+
+}  // namespace
+
+StopReport StopMount(const CommandContext& context, const TimeLimit& limit, bool interruptible) {
+  const auto attempt = [&] {
+    Session* session = context.sessions.Current();
+    if (session == nullptr) session = &context.sessions.Open(SettingsOf(context.request));
+    session->Exports().Stop(nullptr);
+    return context.sessions.End(EndProbe::kSkip).Acknowledged(MountCommand::kStop);
+  };
+  const auto pause = [&] {
+    // Nobody waits for a box to be answered while the mount moves.
+    context.messages.SetAnswering(true);
+    if (interruptible) return context.interrupt.SleepMs(kPauseMs);
+    Sleep(kPauseMs);
+  };
+  StopReport report = StopUntilAcknowledged(attempt, limit, pause);
+  // Each start in vain showed a message; the report says what came of them all.
+  context.messages.Take();
+  context.messages.SetAnswering(!context.request.options.showMessages);
+  return report;
+}
+
+void WithStopWhenBrokenOff(const CommandContext& context,
+                           const std::function<void(Motion& motion)>& body) {
+  Motion motion;
+  const auto stop = [&] {
+    const double seconds = std::min(kStopSeconds, context.TimeoutSeconds(kStopSeconds));
+    return StopText(StopMount(context, TimeLimit(seconds), false));
+  };
+  try {
+    body(motion);
+  } catch (const Failure& failure) {
+    if (!motion.UnderWay()) throw;
+    throw Failure(failure.Code(), failure.what() + ("; " + stop()));
+  } catch (const std::exception&) {
+    if (motion.UnderWay()) stop();
+    throw;
+  }
+}
+
+}  // namespace velquinctl
