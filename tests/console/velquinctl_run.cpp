@@ -73,7 +73,8 @@ struct VelquinctlRun::Process {
   }
 };
 
-VelquinctlRun::VelquinctlRun(const std::vector<std::string>& words)
+VelquinctlRun::VelquinctlRun(const std::vector<std::string>& words,
+                             const std::wstring& temporaryFolder)
     : process_(std::make_unique<Process>()) {
   const std::filesystem::path program = ProgramFolder() / L"velquinctl.exe";
   std::wstring commandLine = Quoted(program.wstring());
@@ -84,9 +85,13 @@ VelquinctlRun::VelquinctlRun(const std::vector<std::string>& words)
   startup.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
   startup.hStdOutput = InheritableFile(process_->folder / L"out");
   startup.hStdError = InheritableFile(process_->folder / L"error");
+  wchar_t ownFolder[MAX_PATH] = {};
+  GetEnvironmentVariableW(L"TMP", ownFolder, MAX_PATH);
+  if (!temporaryFolder.empty()) SetEnvironmentVariableW(L"TMP", temporaryFolder.c_str());
   const BOOL started = CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE,
                                       0, nullptr, nullptr, &startup, &process_->handles);
   const DWORD error = GetLastError();
+  if (!temporaryFolder.empty()) SetEnvironmentVariableW(L"TMP", ownFolder);
   CloseHandle(startup.hStdOutput);
   CloseHandle(startup.hStdError);
   if (!started) {

@@ -23,7 +23,9 @@ struct ProgramResult {
 class VelquinctlRun {
  public:
   /// Starts it. @param words arguments in UTF-8
-  explicit VelquinctlRun(const std::vector<std::string>& words);
+  /// @param temporaryFolder where it finds its folder for temporary files; empty for this program's
+  explicit VelquinctlRun(const std::vector<std::string>& words,
+                         const std::wstring& temporaryFolder = {});
   VelquinctlRun(const VelquinctlRun&) = delete;
   VelquinctlRun& operator=(const VelquinctlRun&) = delete;
   ~VelquinctlRun();

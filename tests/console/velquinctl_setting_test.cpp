@@ -83,4 +83,27 @@ TEST(VelquinctlDeafMount, TheJournalGoesWhereItIsAskedFor) {
   EXPECT_THAT(names, testing::ElementsAre(StartsWith("night_timeouterr_korvelwireless_")));
 }
 
+TEST(VelquinctlDeafMount, NoJournalIsLeftUnlessOneIsAskedFor) {
+  simulator::ScriptedController controller;
+  controller.LooksLikeAMount();
+  controller.IsSilentTo("$SYLOC?");
+  const TempFolder folder;
+  VelquinctlRun run({"guide-speed", controller.Address(), "1", "1"}, folder.Wide());
+  const ProgramResult result = run.Wait();
+  EXPECT_EQ(result.exitCode, 0) << result.error;
+  EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+// A journal that cannot be written proves nothing: what was acknowledged is then not known.
+TEST(VelquinctlDeafMount, WithoutAFolderForItsJournalNothingIsClaimed) {
+  simulator::ScriptedController controller;
+  controller.LooksLikeAMount();
+  const TempFolder folder;
+  VelquinctlRun run({"guide-speed", controller.Address(), "1", "1", "--timeout", "2"},
+                    folder.Wide() + L"\\nowhere");
+  const ProgramResult result = run.Wait();
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_THAT(result.error, HasSubstr("did not acknowledge the guide speeds"));
+}
+
 }  // namespace

@@ -202,7 +202,7 @@ def judge(code, error, relay, did, moves, must_succeed):
 def run_case(case, mount, address, arguments):
     command, silence, wifi = case
     words, key, last, has_done = TABLE[command]
-    if wifi:
+    if wifi or silence is None:
         words = words[:words.rindex(" ") + 1] + "30"
     mount.prepare(last)
     relay = Relay(address, mount, key, silence, wifi)
