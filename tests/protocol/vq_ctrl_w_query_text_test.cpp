@@ -70,6 +70,13 @@ TEST_F(QueryText, IsSplitAtEveryAmpersand) {
   EXPECT_THAT(Split("a&&b"), ElementsAre("a", "", "b"));
 }
 
+TEST_F(QueryText, HasAnEmptyPieceAtAnAmpersandThatBeginsOrEndsIt) {
+  EXPECT_THAT(Split("&b"), ElementsAre("", "b"));
+  EXPECT_THAT(Split("a&"), ElementsAre("a", ""));
+  EXPECT_THAT(Split("&"), ElementsAre("", ""));
+  EXPECT_THAT(Split(""), ElementsAre(""));
+}
+
 TEST_F(QueryText, IsAddedToTheListWhenSplit) {
   CVQCtrlW::StringList list;
   CVQCtrlW::SplitQuery("a&b", list);
