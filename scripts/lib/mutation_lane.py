@@ -126,7 +126,9 @@ class Lane:
                 copy.unlink()
 
     def write(self, file, text):
-        (self.folder / file).write_text(text)
+        copy = self.folder / file
+        if copy.read_text() != text:  # else it would be built for nothing
+            copy.write_text(text)
 
     # --- Building and testing --------------------------------------------------------------------
 
