@@ -73,6 +73,13 @@ TEST(Degmal, FoldsIntoOneTurn) {
   EXPECT_NEAR(degmal(-725.0), 355.0, 1e-12);
 }
 
+// An angle that took the way over a whole turn would lose its last digits.
+TEST(Degmal, KeepsSmallAnglesToTheLastDigit) {
+  EXPECT_DOUBLE_EQ(degmal(0.1), 0.1);
+  EXPECT_DOUBLE_EQ(degmal(0.9), 0.9);
+  EXPECT_DOUBLE_EQ(degmal(1e-9), 1e-9);
+}
+
 TEST(Degmal, StaysBelowAWholeTurn) {
   EXPECT_LT(degmal(359.9999), 360.0);
   EXPECT_NEAR(degmal(359.9999), 359.9999, 1e-9);

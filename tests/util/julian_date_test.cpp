@@ -140,6 +140,18 @@ TEST(JdToDate, BeginsTheDayAtMidnight) {
   ExpectDate(2461100.5, 2026, 3, 1.0);
 }
 
+// Ten seconds before midnight.
+TEST(JdToDate, EndsAMonthAtItsLastMidnight) {
+  constexpr double kFirstOfFebruary2026 = 2461072.5;
+  const CalendarDate first = DateOf(kFirstOfFebruary2026);
+  EXPECT_EQ(first.month, 2);
+  EXPECT_EQ(first.day, 1.0);
+  const CalendarDate before = DateOf(kFirstOfFebruary2026 - 10.0 / 86400.0);
+  EXPECT_EQ(before.month, 1);
+  EXPECT_NEAR(before.day, 32.0 - 10.0 / 86400.0, 1e-8);
+  EXPECT_LT(before.day, 32.0);
+}
+
 TEST(JdToDate, AgreesWithTheStandardLibraryFrom1582To2400) {
   ForEveryGregorianDate([](const year_month_day& date, double jd) {
     for (const double fraction : {0.0, 0.5, 0.984375}) {
