@@ -54,13 +54,17 @@ void Worker::Work() {
     Poll({MonotonicTime::max(), &inbox_->Urgent()});
     return;
   }
-  if (PerformMotion(now)) return;
-  // Requests in a row must not keep the status from being read.
-  if (now < PollDue() + inbox_->PollPeriod(IsMoving())) {
+  if (PerformMotion(now) || PerformClock(now)) return;
+  // Requests in a row must not keep the status from being read, nor statuses that take long to come
+  // keep requests from being carried out.
+  const bool isOverdue = now >= PollDue() + inbox_->PollPeriod(IsMoving());
+  if (!isOverdue || std::exchange(isTurnOfRequests_, false)) {
     if (auto request = inbox_->TakeRequest()) return Perform(std::move(*request));
-    if (PerformHandOver(now)) return;
+    if (site_ && !IsMoving()) return HandSiteOver();
   }
-  if (now >= PollDue()) Poll(PollPatience());
+  if (now < PollDue()) return;
+  isTurnOfRequests_ = true;
+  Poll(PollPatience());
 }
 
 MonotonicTime Worker::NextDue() const {

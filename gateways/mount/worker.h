@@ -3,8 +3,8 @@
 // exchange after the other, keeps the state of the mount, and announces it. Owned by Mount; all
 // members belong to the thread that calls Run.
 //
-// What goes first: orders about the connection, stops, moves whose time has come, a status that is
-// overdue, requests in their order, the next status.
+// What goes first: orders about the connection, stops, moves and the clock when their time has
+// come, then a status that is overdue and requests in turn, the next status.
 #pragma once
 
 #include <array>
@@ -113,7 +113,7 @@ class Worker {
   // --- worker_hand_over.cpp: site and clock ------------------------------------------------------
   void Perform(const SiteRequest& request, TicketPtr ticket);
   void Perform(const ClockRequest& request, TicketPtr ticket);
-  bool PerformHandOver(MonotonicTime now);
+  bool PerformClock(MonotonicTime now);
   void HandSiteOver();
   void PlanClock();
   void PrepareClock();
@@ -137,6 +137,7 @@ class Worker {
   MountStatus status_;  // the last one
   MonotonicTime lastPoll_;
   bool pollAtOnce_ = false;
+  bool isTurnOfRequests_ = false;  // a status was read while they waited
   int abandonedPolls_ = 0;
 
   // A goto, home, park or unpark that was acknowledged.

@@ -16,6 +16,7 @@ using Clock = std::chrono::steady_clock;
 constexpr milliseconds kPreparation{250};
 // A command that would leave later than this waits for the next minute.
 constexpr milliseconds kLatest{20};
+constexpr milliseconds kOldest{3000};
 constexpr int kTries = 3;
 constexpr double kSecondsPerDay = 86400.0;
 
@@ -37,11 +38,7 @@ void Worker::Perform(const ClockRequest& request, TicketPtr ticket) {
   PlanClock();
 }
 
-bool Worker::PerformHandOver(MonotonicTime now) {
-  if (site_ && !IsMoving()) {
-    HandSiteOver();
-    return true;
-  }
+bool Worker::PerformClock(MonotonicTime now) {
   if (!clock_ || now < clock_->due) return false;
   if (clock_->minute) {
     HandClockOver();
@@ -81,8 +78,10 @@ void Worker::PrepareClock() {
   if (!state_.hasSite) ReadSite();
   Patience patience = PollPatience();
   patience.until = Clock::now() + kPreparation / 2;
-  const bool isFresh = Poll(patience);
+  Poll(patience);
   if (!clock_) return;  // the link is lost
+  // On a slow link the new status does not come in time; one of before tells the clock as well.
+  const bool isFresh = state_.Age() < kOldest;
   const ClockHandOver next = NextFullMinute(RightTime(clock_->ahead), nanoseconds{0},
                                             state_.hasSite ? state_.site.zoneHours : 0);
   // Without the zone the local time is not known, without a status the controller's clock.

@@ -36,7 +36,7 @@ Patience Worker::PollPatience() const {
   Patience patience;
   patience.interrupted = &inbox_->Urgent();
   if (abandonedPolls_ < kMostAbandonedPolls) {
-    if (const auto due = plan_.Due()) patience.until = *due;
+    if (const auto due = plan_.Due()) patience.until = std::max(*due, nextMove_);
     if (clock_) patience.until = std::min(patience.until, clock_->due);
   }
   return patience;

@@ -44,18 +44,16 @@ TEST(CallbackThread, KeepsOnlyTheLastOfReplaceableTasksThatWait) {
 }
 
 TEST(CallbackThread, BeginsNothingAfterTheEnd) {
-  std::promise<void> begun, goOn;
+  std::promise<void> goOn;
   std::atomic<int> calls = 0;
   CallbackThread thread;
   thread.Post([&] {
-    begun.set_value();
     goOn.get_future().wait();
+    thread.Close(Waiting::kDrop);
   });
   thread.Post([&] { ++calls; });
-  begun.get_future().wait();
-  auto closed = std::async(std::launch::async, [&] { thread.Close(Waiting::kDrop); });
   goOn.set_value();
-  closed.wait();
+  thread.Close(Waiting::kStillCall);
   thread.Post([&] { ++calls; });
   thread.Close(Waiting::kStillCall);
   EXPECT_EQ(calls, 0);

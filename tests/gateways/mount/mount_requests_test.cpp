@@ -79,4 +79,17 @@ TEST_F(MountRequests, AreCarriedOutInTheirOrder) {
                                            "$ALIGN=3,5.500000,22.000000,"));
 }
 
+// An answer takes longer than the time between two polls, so a poll is always overdue.
+TEST_F(MountRequests, AreCarriedOutOnALinkThatIsSlowerThanThePolls) {
+  controller.SetFaults([](int, std::string_view) { return simulator::Fault{.delayMs = 100}; });
+  ASSERT_TRUE(controller.WaitForCount("$MTSTA?", 3, kSoonMs));
+  EXPECT_EQ(Of(mount->SetGuideRates({0.5, 0.5})), Outcome::kDone);
+  controller.Clear();
+  // And the other way round: requests in a row leave room for polls.
+  std::vector<Ticket> tickets;
+  for (int i = 0; i < 6; ++i) tickets.push_back(mount->SetGuideRates({0.1, 0.1}));
+  EXPECT_EQ(Of(tickets.back()), Outcome::kDone);
+  EXPECT_GE(controller.CountOf("$MTSTA?"), 4);
+}
+
 }  // namespace
