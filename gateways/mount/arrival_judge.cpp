@@ -13,7 +13,7 @@ using std::chrono::milliseconds;
 
 constexpr milliseconds kSettle{200};
 constexpr milliseconds kStartGrace{1000};
-constexpr int kStatusesForFailure = 2;
+constexpr int kStatusesForVerdict = 2;
 constexpr double kHomeAxisAngleDegrees = 90.0;
 
 double Radians(double degrees) {
@@ -55,19 +55,23 @@ ArrivalJudge::Verdict ArrivalJudge::Look(const MountStatus& status, MonotonicTim
   if (status.state == kStateSlewing) {
     sawSlewing_ = true;
     atGoalSince_.reset();
+    statusesAtGoal_ = 0;
     statusesElsewhere_ = 0;
     return Verdict::kUnderWay;
   }
   if (IsAtGoal(status)) {
     statusesElsewhere_ = 0;
     if (!atGoalSince_) atGoalSince_ = readAt;
+    ++statusesAtGoal_;
     const bool settled = sawSlewing_ || readAt - *atGoalSince_ >= kSettle;
-    return settled ? Verdict::kArrived : Verdict::kUnderWay;
+    const bool hasArrived = settled && statusesAtGoal_ >= kStatusesForVerdict;
+    return hasArrived ? Verdict::kArrived : Verdict::kUnderWay;
   }
   atGoalSince_.reset();
+  statusesAtGoal_ = 0;
   if (!sawSlewing_ && readAt - acknowledgedAt_ < kStartGrace) return Verdict::kUnderWay;
   ++statusesElsewhere_;
-  return statusesElsewhere_ < kStatusesForFailure ? Verdict::kUnderWay : Verdict::kElsewhere;
+  return statusesElsewhere_ < kStatusesForVerdict ? Verdict::kUnderWay : Verdict::kElsewhere;
 }
 
 }  // namespace velquin

@@ -5,8 +5,8 @@
 //
 // "Not slewing" alone proves nothing: a controller may take a moment to begin. So a mount that was
 // never seen to slew has arrived when two statuses 0.2 s apart show it at its goal, and has stopped
-// elsewhere when it is still somewhere else after a second. A failure takes two statuses in a row,
-// so that one spoilt on its way does not end a slew.
+// elsewhere when it is still somewhere else after a second. Every verdict takes two statuses in a
+// row, so that one spoilt on its way does not end a slew.
 #pragma once
 
 #include <chrono>
@@ -52,6 +52,8 @@ class ArrivalJudge {
   Goal WhichGoal() const { return goal_; }
   /// @param readAt when the status came
   Verdict Look(const MountStatus& status, MonotonicTime readAt);
+  /// @return true when the last status showed the end of a slew, and the next one is to confirm it.
+  bool WantsAnother() const { return sawSlewing_ && statusesAtGoal_ == 1; }
 
  private:
   bool IsAtGoal(const MountStatus& status) const;
@@ -62,6 +64,7 @@ class ArrivalJudge {
   MonotonicTime acknowledgedAt_;
   bool sawSlewing_ = false;
   std::optional<MonotonicTime> atGoalSince_;
+  int statusesAtGoal_ = 0;
   int statusesElsewhere_ = 0;
 };
 

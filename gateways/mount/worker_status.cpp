@@ -80,7 +80,10 @@ void Worker::TakeStatus(const MountStatus& status, MonotonicTime readAt) {
   state_.ready = status.IsReady();
   auto verdict = ArrivalJudge::Verdict::kUnderWay;
   if (journey_) verdict = journey_->judge.Look(status, readAt);
-  if (verdict == ArrivalJudge::Verdict::kUnderWay) return Publish();
+  if (verdict == ArrivalJudge::Verdict::kUnderWay) {
+    pollAtOnce_ = journey_ && journey_->judge.WantsAnother();
+    return Publish();
+  }
   EndJourney(verdict == ArrivalJudge::Verdict::kArrived ? Outcome::kDone
                                                         : Outcome::kStoppedElsewhere);
 }

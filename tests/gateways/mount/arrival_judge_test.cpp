@@ -36,14 +36,29 @@ class ArrivalJudgeTest : public testing::Test {
 
 TEST_F(ArrivalJudgeTest, ArrivesWhenASlewHasEndedAtTheTarget) {
   EXPECT_EQ(judge.Look(slewing, After(10)), Verdict::kUnderWay);
-  EXPECT_EQ(judge.Look(atTarget, After(20)), Verdict::kArrived);
+  EXPECT_FALSE(judge.WantsAnother());
+  EXPECT_EQ(judge.Look(atTarget, After(20)), Verdict::kUnderWay);
+  EXPECT_TRUE(judge.WantsAnother());
+  EXPECT_EQ(judge.Look(atTarget, After(21)), Verdict::kArrived);
+}
+
+// A bit that was flipped on its way makes "at rest" of "slewing".
+TEST_F(ArrivalJudgeTest, TakesTwoStatusesForAnArrival) {
+  EXPECT_EQ(judge.Look(slewing, After(10)), Verdict::kUnderWay);
+  EXPECT_EQ(judge.Look(atTarget, After(20)), Verdict::kUnderWay);
+  EXPECT_EQ(judge.Look(slewing, After(30)), Verdict::kUnderWay);
+  EXPECT_EQ(judge.Look(atTarget, After(40)), Verdict::kUnderWay);
+  EXPECT_EQ(judge.Look(elsewhere, After(50)), Verdict::kUnderWay);
+  EXPECT_EQ(judge.Look(atTarget, After(60)), Verdict::kUnderWay);
+  EXPECT_EQ(judge.Look(atTarget, After(70)), Verdict::kArrived);
 }
 
 TEST_F(ArrivalJudgeTest, WaitsForAControllerThatIsSlowToBegin) {
   EXPECT_EQ(judge.Look(elsewhere, After(10)), Verdict::kUnderWay);
   EXPECT_EQ(judge.Look(elsewhere, After(900)), Verdict::kUnderWay);
   EXPECT_EQ(judge.Look(slewing, After(950)), Verdict::kUnderWay);
-  EXPECT_EQ(judge.Look(atTarget, After(960)), Verdict::kArrived);
+  EXPECT_EQ(judge.Look(atTarget, After(960)), Verdict::kUnderWay);
+  EXPECT_EQ(judge.Look(atTarget, After(970)), Verdict::kArrived);
 }
 
 TEST_F(ArrivalJudgeTest, GivesUpAMountThatNeverBegins) {
@@ -75,21 +90,24 @@ TEST_F(ArrivalJudgeTest, CountsTheMomentAnewWhenTheMountLeaves) {
 TEST_F(ArrivalJudgeTest, AcceptsAMountAtRestAtItsTargetButNotAParkedOne) {
   judge.Look(slewing, After(10));
   EXPECT_EQ(judge.Look(At(5.5, 22.0, velquin::kStateParked), After(20)), Verdict::kUnderWay);
-  EXPECT_EQ(judge.Look(At(5.5, 22.0, velquin::kStateAtRest), After(30)), Verdict::kArrived);
+  judge.Look(At(5.5, 22.0, velquin::kStateAtRest), After(30));
+  EXPECT_EQ(judge.Look(At(5.5, 22.0, velquin::kStateAtRest), After(40)), Verdict::kArrived);
 }
 
 TEST_F(ArrivalJudgeTest, MeasuresTheToleranceOnTheSky) {
   judge.Look(slewing, After(10));
   // 0.03 degrees of right ascension are 0.0278 degrees at this declination.
   EXPECT_EQ(judge.Look(At(5.5 + 0.03 / 15.0, 22.0, 1), After(20)), Verdict::kUnderWay);
-  EXPECT_EQ(judge.Look(At(5.5 + 0.02 / 15.0, 22.0, 1), After(30)), Verdict::kArrived);
+  judge.Look(At(5.5 + 0.02 / 15.0, 22.0, 1), After(30));
+  EXPECT_EQ(judge.Look(At(5.5 + 0.02 / 15.0, 22.0, 1), After(40)), Verdict::kArrived);
 }
 
 TEST_F(ArrivalJudgeTest, WantsAMountThatTracksAfterAnUnpark) {
   judge = For(Goal::kTrack);
   judge.Look(slewing, After(10));
   EXPECT_EQ(judge.Look(At(5.5, 22.0, velquin::kStateAtRest), After(20)), Verdict::kUnderWay);
-  EXPECT_EQ(judge.Look(atTarget, After(30)), Verdict::kArrived);
+  judge.Look(atTarget, After(30));
+  EXPECT_EQ(judge.Look(atTarget, After(40)), Verdict::kArrived);
 }
 
 TEST_F(ArrivalJudgeTest, WantsAParkedMountAfterAPark) {
@@ -99,7 +117,8 @@ TEST_F(ArrivalJudgeTest, WantsAParkedMountAfterAPark) {
   EXPECT_EQ(judge.Look(atTarget, After(30)), Verdict::kElsewhere);
   judge = For(Goal::kPark);
   judge.Look(slewing, After(10));
-  EXPECT_EQ(judge.Look(At(0.0, 0.0, velquin::kStateParked), After(20)), Verdict::kArrived);
+  judge.Look(At(0.0, 0.0, velquin::kStateParked), After(20));
+  EXPECT_EQ(judge.Look(At(0.0, 0.0, velquin::kStateParked), After(30)), Verdict::kArrived);
 }
 
 TEST_F(ArrivalJudgeTest, WantsAMountAtRestWithItsCircleAtNinetyAtHome) {
@@ -109,7 +128,8 @@ TEST_F(ArrivalJudgeTest, WantsAMountAtRestWithItsCircleAtNinetyAtHome) {
   home.axisAngleDegrees = 60.0;
   EXPECT_EQ(judge.Look(home, After(20)), Verdict::kUnderWay);
   home.axisAngleDegrees = 90.01;
-  EXPECT_EQ(judge.Look(home, After(30)), Verdict::kArrived);
+  judge.Look(home, After(30));
+  EXPECT_EQ(judge.Look(home, After(40)), Verdict::kArrived);
 }
 
 TEST(SeparationDegrees, IsTheAngleOnTheSky) {

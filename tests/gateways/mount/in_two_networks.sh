@@ -20,18 +20,13 @@ simulator=$1
 shift
 
 ip link set lo up
-unshare --net sleep 1000 &
-other=$!
+# Says when it has left this network, and then keeps the other one.
+exec {left}< <(exec unshare --net sh -c 'echo $$; exec sleep 1000')
+read -r other <&"$left"
 trap 'kill "$other" ${mount:-} 2>/dev/null || true' EXIT
 there=(nsenter -t "$other" -n)
-# The other network exists as soon as the process has left this one.
-for _ in {1..200}; do
-  [[ $(readlink "/proc/$other/ns/net") != $(readlink /proc/$$/ns/net) ]] && break
-  sleep 0.02
-done
 
-ip link add cable type veth peer name far
-ip link set far netns "$other"
+ip link add cable type veth peer name far netns "$other"
 ip addr add 10.77.0.1/24 dev cable
 ip link set cable up
 "${there[@]}" ip link set lo up

@@ -60,7 +60,7 @@ TEST_F(MountGuide, OnePulseMovesTheMountAndIsSentOnce) {
   EXPECT_EQ(Of(ticket), Outcome::kDone);
   EXPECT_FALSE(IsPulsing(Axis::kDec));
   // At the sidereal rate, from a status that is newer than the end of the pulse.
-  EXPECT_NEAR(mount->State().position.decDegrees - before, 0.5 * 15.041 / 3600.0, 1e-4);
+  EXPECT_NEAR(mount->State().position.decDegrees - before, 0.5 * 15.041067 / 3600.0, 2e-6);
   const auto moves = Moves();
   ASSERT_EQ(moves.size(), 1u);
   EXPECT_EQ(moves[0].seconds, 0.5);

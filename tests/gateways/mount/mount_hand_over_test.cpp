@@ -92,6 +92,18 @@ TEST_F(MountHandOver, TheClockIsNotSetWhileTheMountMoves) {
   EXPECT_FALSE(ticket.IsKnown());
 }
 
+// The move begins in the last moment, when the clock's command was prepared.
+TEST_F(MountHandOver, TheClockIsNotSetWhenAMoveBeginsJustBefore) {
+  const auto ahead = Ahead();
+  const Ticket ticket = mount->SetClock(ahead);
+  const auto right = std::chrono::system_clock::now() + ahead;
+  const auto minute = std::chrono::ceil<std::chrono::minutes>(right);
+  std::this_thread::sleep_for(minute - right - 120ms);  // until shortly before the minute
+  ASSERT_EQ(Of(mount->MoveAxis(velquin::Axis::kDec, 20.0)), Outcome::kDone);
+  EXPECT_FALSE(Eventually([&] { return !controller->Commands("$SYLTM=").empty(); }, 1s));
+  EXPECT_FALSE(ticket.IsKnown());
+}
+
 TEST_F(MountHandOver, AnUnansweredClockIsNotRepeatedWithinTheMinute) {
   events = EventLog();
   simulator::SimulatorOptions options = BeforeTheMinute();
