@@ -8,8 +8,8 @@
 #include "bench/answering_peer.h"
 #include "bench/position_reader.h"
 #include "bench/stopwatch.h"
-#include "net/udp_link.h"
-#include "protocol/mount_status.h"
+#include "core/net/udp_link.h"
+#include "core/protocol/mount_status.h"
 
 namespace {
 

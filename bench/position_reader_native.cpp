@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "bench/position_reader.h"
-#include "engine/telescope.h"
+#include "library/engine/telescope.h"
 
 struct PositionReader::Driver {
   CTelescope engine;

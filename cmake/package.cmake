@@ -5,8 +5,8 @@ include(CMakePackageConfigHelpers)
 
 set(package_folder ${PROJECT_SOURCE_DIR}/cmake/package)
 set(package_build ${CMAKE_BINARY_DIR}/package)
-set(public_headers ${PROJECT_SOURCE_DIR}/api/telescope_api.h ${PROJECT_SOURCE_DIR}/util/velquin_util.h)
-set(library_exports ${PROJECT_SOURCE_DIR}/api/velquin.def)
+set(public_headers ${PROJECT_SOURCE_DIR}/include/telescope_api.h ${PROJECT_SOURCE_DIR}/include/velquin_util.h)
+set(library_exports ${PROJECT_SOURCE_DIR}/library/api/velquin.def)
 
 # The import library in the form that Microsoft's linker makes itself. GNU dlltool's form is another
 # one, which that linker accepts but orders wrongly next to other import libraries.

@@ -8,9 +8,9 @@
 #include <string_view>
 #include <utility>
 
-#include "api/telescope_api.h"
 #include "console/angle_text.h"
 #include "console/failure.h"
+#include "include/telescope_api.h"
 
 namespace velquinctl {
 namespace {

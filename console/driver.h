@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "api/telescope_api.h"
+#include "include/telescope_api.h"
 
 namespace velquinctl {
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-#include "api/telescope_api.h"
+#include "include/telescope_api.h"
 
 namespace velquinctl {
 

@@ -2,7 +2,7 @@
 // The clock and the time zone that this machine is set to. Any thread.
 #pragma once
 
-#include "api/telescope_api.h"
+#include "include/telescope_api.h"
 
 namespace velquinctl {
 

@@ -8,9 +8,9 @@
 #include <string>
 #include <variant>
 
-#include "api/telescope_api.h"
 #include "console/progress_line.h"
 #include "console/sky_position.h"
+#include "include/telescope_api.h"
 
 namespace velquinctl {
 

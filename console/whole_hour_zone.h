@@ -2,7 +2,7 @@
 // Time zones as the controller takes them. Pure, any thread.
 #pragma once
 
-#include "api/telescope_api.h"
+#include "include/telescope_api.h"
 
 namespace velquinctl {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The numbers of the library's dialogs, controls and bitmaps, for velquin.rc and for ui/. A dialog
-// has two templates with the same controls: a Japanese one, and an English one whose number is
-// kEnglishTexts (string_ids.h) higher.
+// The numbers of the library's dialogs, controls and bitmaps, for velquin.rc and for library/ui/. A
+// dialog has two templates with the same controls: a Japanese one, and an English one whose number
+// is kEnglishTexts (string_ids.h) higher.
 #ifndef VELQUIN_RES_RESOURCE_IDS_H
 #define VELQUIN_RES_RESOURCE_IDS_H
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Device contexts: CDC wraps one that somebody else owns, the derived classes own theirs for a
 // block. Differ from the documented classes: objects are selected by handle, so no temporary
-// objects; only the drawing calls that ui/ uses. UI thread only.
+// objects; only the drawing calls that library/ui/ uses. UI thread only.
 #pragma once
 
 #include "framework/base/cstring.h"

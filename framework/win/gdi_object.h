@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Drawing objects: CPen, CBrush, CFont and CBitmap. Each owns its system object and deletes it.
-// Differ from the documented classes: no map from handles to objects; only what ui/ makes.
+// Differ from the documented classes: no map from handles to objects; only what library/ui/ makes.
 #pragma once
 
 #include <utility>

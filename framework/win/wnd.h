@@ -2,7 +2,7 @@
 // CWnd: a window of the library. The object is found from its window by a window property, so each
 // thread finds its own windows without a map. Differs from the documented class: no temporary
 // objects (other people's windows are plain handles); an object can be counted (HoldByCaller);
-// only what ui/ uses.
+// only what library/ui/ uses.
 // One object per window; used on the thread that made the window, but for Release.
 //
 // Who may delete an object: a handler may run a loop of its own (a message box, a modal dialog),

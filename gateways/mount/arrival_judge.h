@@ -12,8 +12,8 @@
 #include <chrono>
 #include <optional>
 
+#include "core/protocol/mount_status.h"
 #include "gateways/mount/snapshot.h"
-#include "protocol/mount_status.h"
 
 namespace velquin {
 

@@ -5,7 +5,7 @@
 
 #include <chrono>
 
-#include "api/telescope_api.h"
+#include "include/telescope_api.h"
 
 namespace velquin {
 

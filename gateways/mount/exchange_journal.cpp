@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "gateways/mount/exchange_journal.h"
 
-#include "net/time_out_journal.h"
+#include "core/net/time_out_journal.h"
 
 namespace velquin {
 

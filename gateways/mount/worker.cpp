@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "protocol/reply.h"
+#include "core/protocol/reply.h"
 
 namespace velquin {
 

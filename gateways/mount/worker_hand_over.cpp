@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <utility>
 
+#include "core/protocol/command_text.h"
 #include "gateways/mount/worker.h"
-#include "protocol/command_text.h"
 
 namespace velquin {
 

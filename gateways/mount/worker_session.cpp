@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/protocol/command_text.h"
+#include "core/protocol/reply.h"
 #include "gateways/mount/worker.h"
-#include "protocol/command_text.h"
-#include "protocol/reply.h"
 
 namespace velquin {
 

@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/protocol/command_text.h"
 #include "gateways/mount/worker.h"
-#include "protocol/command_text.h"
 
 namespace velquin {
 

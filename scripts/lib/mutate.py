@@ -19,7 +19,7 @@ from pathlib import Path
 import mutations
 from mutation_lane import MEMORY, NATIVE, THREADS, WINDOWS, Command, Lane, LaneError
 
-PLACES = ["engine", "net", "protocol", "util", "log"]
+PLACES = ["library/engine", "core"]
 UNBUILT, SURVIVED = "does not compile", "SURVIVED"
 # A change to these may show under a sanitizer only.
 ABOUT_THREADS = re.compile(r"Lock\b|lock_guard|unique_lock|std::atomic|memory_order")

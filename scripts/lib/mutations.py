@@ -4,8 +4,7 @@ import re
 from dataclasses import dataclass
 from pathlib import Path
 
-FOLDERS = ("api", "console", "engine", "framework", "log", "net", "platform", "protocol", "simulator",
-           "ui", "util")
+FOLDERS = ("console", "core", "framework", "library", "platform", "simulator")
 SUFFIXES = (".cpp", ".h")
 # Three levels of parentheses are more than any line here has inside a condition.
 PAREN = r"[^()]*"

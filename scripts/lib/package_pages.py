@@ -15,7 +15,7 @@ import sys
 from pathlib import Path
 
 LINK = re.compile(r"\[([^\[\]]+)\]\(([^()\s]+)\)")
-PUBLIC_HEADERS = ("api/telescope_api.h", "util/velquin_util.h")
+PUBLIC_HEADERS = ("include/telescope_api.h", "include/velquin_util.h")
 IN_PACKAGE = ("docs/images/", "examples")
 SOURCES_ONLY = re.compile(r"^<!-- sources -->\n.*?^<!-- /sources -->\n\n?"
                           r"| <!-- sources -->.*?<!-- /sources -->", re.DOTALL | re.MULTILINE)

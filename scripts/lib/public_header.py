@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Reads a public header: its comments and the declarations that they stand before.
 
-Knows the layout of the headers in api/ and no other C: a head comment of paragraphs and lists,
+Knows the layout of the headers in library/api/ and no other C: a head comment of paragraphs and lists,
 sections that begin with a comment "--- TITLE; REMARK ---", and a doc comment before everything
 that is declared. Raises HeaderError for a declaration whose comment is missing or does not fit.
 """

@@ -21,31 +21,29 @@ from pathlib import Path
 # What each folder may include besides itself. tests/ and bench/ are free. res/ holds numbers and
 # texts only, which everybody may name.
 BASE = {"framework/base", "res"}
+CORE = {"core/protocol", "core/net", "core/log", "core/util"}
 MAY_INCLUDE = {
     "platform": {"res"},
     "framework/base": {"platform", "res"},
     "framework/win": {"framework/base", "platform", "res"},
-    "util": BASE,
-    "log": {"platform"},
-    "net": BASE | {"util", "platform"},
-    "protocol": BASE | {"net", "log", "util"},
-    "engine": BASE | {"protocol", "util", "platform"},
-    "gateways/mount": BASE | {"protocol", "net", "log", "util", "platform"},
-    "ui": BASE | {"engine", "framework/win"},
-    "api": BASE | {"ui", "engine", "protocol", "net", "log", "util", "framework/win", "platform"},
-    "simulator": {"util", "platform"},
-    "console": set(),
+    "core/util": BASE | {"include"},
+    "core/log": {"platform"},
+    "core/net": BASE | {"core/util", "platform", "include"},
+    "core/protocol": BASE | {"core/net", "core/log", "core/util", "include"},
+    "library/engine": BASE | CORE | {"platform", "include"},
+    "library/ui": BASE | {"library/engine", "framework/win", "include"},
+    "library/api": BASE | CORE | {"library/ui", "library/engine", "framework/win", "platform", "include"},
+    "gateways/mount": BASE | CORE | {"platform", "include"},
+    "simulator": {"platform"},
+    "console": {"include"},
+    "include": set(),
     "res": set(),
 }
-# What hosts get: plain declarations and records that include nothing of ours. The records of site and
-# clock are the same from the host down, so everybody may include them.
-PUBLIC_HEADERS = {"api/telescope_api.h", "util/velquin_util.h"}
-RECORDS_HEADER = "api/telescope_api.h"
 FREE_FOLDERS = {"tests", "bench"}
 
 # Where headers of the operating system may be included; elsewhere the platform seam is to be used.
-SYSTEM_FOLDERS = ("platform/", "framework/win/", "ui/", "console/", "tests/", "bench/", "examples/")
-SYSTEM_FILES = ("api/dll_main.cpp", "api/module_frame.cpp")
+SYSTEM_FOLDERS = ("platform/", "framework/win/", "library/ui/", "console/", "tests/", "bench/", "examples/")
+SYSTEM_FILES = ("library/api/dll_main.cpp", "library/api/module_frame.cpp")
 SYSTEM_HEADER = re.compile(
     r"(windows|winsock2?|ws2tcpip|shlobj|shellapi|commctrl|tlhelp32|unistd|pthread|"
     r"sys/[a-z_]+|netinet/[a-z_]+|arpa/[a-z_]+|netdb|poll|dlfcn)\.h",
@@ -79,7 +77,7 @@ def tracked_files(repository):
 
 def folder_of(name):
     parts = name.split("/")
-    if parts[0] in ("framework", "gateways") and len(parts) > 2:
+    if parts[0] in ("framework", "core", "library", "gateways") and len(parts) > 2:
         return "/".join(parts[:2])
     return parts[0]
 
@@ -96,9 +94,7 @@ def include_problem(name, repository, bracket, header):
         return None
     if not (repository / header).is_file():
         return f'"{header}" is not the path of a file from the repository root'
-    if name in PUBLIC_HEADERS:
-        return f'a public header must not include "{header}"'
-    if folder in FREE_FOLDERS or folder_of(header) == folder or header == RECORDS_HEADER:
+    if folder in FREE_FOLDERS or folder_of(header) == folder:
         return None
     allowed = MAY_INCLUDE.get(folder)
     if allowed is None:

@@ -36,7 +36,7 @@ MICROSOFT = ["--target=x86_64-pc-windows-msvc", "-ffreestanding", "-nostdlibinc"
 BUILT_ELSEWHERE = {
     "examples/c": ("windows", ["-std=c11", "-Iapi", "-Iutil"]),
     "examples/cpp": ("windows", ["-std=c++17", "-Iapi", "-Iutil"]),
-    "tests/dll/string_sep_host": (
+    "tests/library/dll/string_sep_host": (
         "microsoft",
         ["-std=c++20", "-fno-exceptions", "-fno-rtti", "-fno-threadsafe-statics", "-I."],
     ),

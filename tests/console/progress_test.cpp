@@ -41,9 +41,7 @@ TEST_F(ProgressLineTest, LiveRedrawsAndWipesWhatWasLonger) {
 }
 
 TEST_F(ProgressLineTest, LiveWithoutAnythingShownLeavesNoTrace) {
-  {
-    const ProgressLine line(ProgressMode::kLive, Writer());
-  }
+  { const ProgressLine line(ProgressMode::kLive, Writer()); }
   EXPECT_EQ(written, "");
 }
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "net/udp_link.h"
+#include "core/net/udp_link.h"
+#include "tests/core/net/record_texts.h"
+#include "tests/core/net/udp_link_probe.h"
 #include "tests/fuzz/require.h"
 #include "tests/fuzz/scripted_wire.h"
 #include "tests/fuzz/targets.h"
 #include "tests/fuzz/text_model.h"
-#include "tests/net/record_texts.h"
-#include "tests/net/udp_link_probe.h"
 
 namespace {
 

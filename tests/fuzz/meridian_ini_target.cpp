@@ -7,13 +7,13 @@
 #include <optional>
 #include <stdexcept>
 
-#include "engine/telescope.h"
-#include "tests/engine/telescope_probe.h"
+#include "library/engine/telescope.h"
+#include "tests/core/protocol/vq_ctrl_probe.h"
 #include "tests/fuzz/require.h"
 #include "tests/fuzz/scripted_wire.h"
 #include "tests/fuzz/targets.h"
 #include "tests/fuzz/text_model.h"
-#include "tests/protocol/vq_ctrl_probe.h"
+#include "tests/library/engine/telescope_probe.h"
 
 namespace {
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <set>
 
-#include "protocol/mount_status.h"
-#include "protocol/vq_ctrl_w.h"
+#include "core/protocol/mount_status.h"
+#include "core/protocol/vq_ctrl_w.h"
+#include "tests/core/protocol/vq_ctrl_probe.h"
 #include "tests/fuzz/require.h"
 #include "tests/fuzz/scripted_wire.h"
 #include "tests/fuzz/targets.h"
 #include "tests/fuzz/text_model.h"
-#include "tests/protocol/vq_ctrl_probe.h"
 
 namespace {
 

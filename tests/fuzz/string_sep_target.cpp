@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "core/util/string_sep.h"
 #include "tests/fuzz/require.h"
 #include "tests/fuzz/targets.h"
 #include "tests/fuzz/text_model.h"
-#include "util/string_sep.h"
 
 namespace {
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "net/udp_link.h"
+#include "core/net/udp_link.h"
 
 #include <algorithm>
 
+#include "tests/core/net/udp_link_probe.h"
 #include "tests/fuzz/link_model.h"
 #include "tests/fuzz/require.h"
 #include "tests/fuzz/scripted_wire.h"
 #include "tests/fuzz/targets.h"
-#include "tests/net/udp_link_probe.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 
 #include <windows.h>
 
-#include "api/telescope_api.h"
-#include "util/velquin_util.h"
+#include "include/telescope_api.h"
+#include "include/velquin_util.h"
 
 /// The library, loaded as long as the object lives or until Unload, and all functions that it
 /// exports, under their own names without "Telescope". Every object loads it once more: the library

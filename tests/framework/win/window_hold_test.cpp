@@ -8,7 +8,7 @@
 
 #include "framework/win/dialog.h"
 #include "res/resource_ids.h"
-#include "tests/ui/ui_thread.h"
+#include "tests/library/ui/ui_thread.h"
 
 namespace {
 

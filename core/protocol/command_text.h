@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// The command lines of the language, without line end: one place that formats them, for whoever
+// talks to a controller. Pure functions; any thread.
+#pragma once
+
+#include <cstdint>
+
+#include "framework/base/cstring.h"
+#include "include/telescope_api.h"
+
+namespace command_text {
+
+inline constexpr const char* kVersionQuery = "$SYVER?";
+inline constexpr const char* kModelQuery = "$MTMDL?";
+inline constexpr const char* kStatusQuery = "$MTSTA?";
+inline constexpr const char* kSiteQuery = "$SYLOC?";
+inline constexpr const char* kUtcQuery = "$SYUTM?";
+inline constexpr const char* kStop = "$MTSTP=1";
+inline constexpr const char* kResetAlignment = "$ALINI=0";
+inline constexpr const char* kInitialise = "$MTINI=1";
+
+/// What the two values of a target mean.
+enum TargetMode : int32_t {
+  kHome = 1,        ///< axis readings, degrees; the mount rests there
+  kPark = 2,        ///< the park coordinates of the status as received; the mount parks there
+  kEquatorial = 3,  ///< right ascension in hours, declination in degrees
+};
+
+double DegreesToHours(double degrees);
+
+/// Sends the mount to a place. @param name of the object; the comma before an empty one stays
+CString Target(int32_t mode, double value1, double value2, const CString& name);
+/// Sends the mount to its home position.
+CString Home();
+/// Tells the mount where it points. Parameters as for Target.
+CString Align(int32_t mode, double value1, double value2, const CString& name);
+/// Moves for a time. @param raRate, decRate the controller's unit; both 0 end a motion
+CString Move(double seconds, double raRate, double decRate);
+CString GuideSpeed(double rateA, double rateB);
+CString Meridian(double stopPoint, double gotoValue);
+/// @param zone hours east of universal time
+CString Site(double latitudeDegrees, double longitudeDegrees, int32_t zone);
+/// Sets the clock. @param time local time; its second is sent with one decimal
+CString LocalTime(const SiteTime& time);
+
+}  // namespace command_text

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#include "library/ui/caption_text.h"
+
+CString CutCaption(const CString& text, LONG limit,
+                   const std::function<LONG(const CString&)>& width) {
+  if (width(text) <= limit) return text;
+  CString fitting;
+  for (int end = 0; end < text.GetLength();) {
+    end += ::IsDBCSLeadByte(static_cast<BYTE>(text.GetAt(end))) ? 2 : 1;
+    const CString candidate = text.Left(end) + "...";
+    if (width(candidate) > limit) return fitting;
+    fitting = candidate;
+  }
+  return fitting;
+}

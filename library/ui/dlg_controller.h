@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+// CDlgController: the hand-controller window. Modeless; CControllerWindow opens and closes it for
+// the engine. Every control ends in one call of the engine.
+//
+// The direction buttons are not clicked but watched: a timer looks every 100 ms which are held,
+// tells the engine so each time, and tells it once when one has been let go.
+#pragma once
+
+#include <array>
+#include <atomic>
+
+#include "framework/base/cstring.h"
+#include "library/ui/orl_button.h"
+#include "library/ui/orl_dialog.h"
+#include "library/ui/orl_slider.h"
+
+class CTelescope;
+
+class CDlgController : public COrlDialog {
+ public:
+  /// @param newEngine not owned; outlives the window. Null: the controls do nothing
+  CDlgController(CTelescope* newEngine, const CString& vendor, const CString& title, HWND parent);
+  ~CDlgController() override;
+
+  /// From now on the controls do nothing. Any thread; a call that is under way is not waited for.
+  void LeaveEngine() { engine = nullptr; }
+
+ protected:
+  DECLARE_MESSAGE_MAP()
+
+  void DoDataExchange(CDataExchange* exchange) override;
+  BOOL OnInitDialog() override;
+  void OnTimer(UINT_PTR id);
+  void OnGoto();
+  void OnSync();
+  void OnStop();
+  void OnHome();
+
+ private:
+  static constexpr size_t kDirections = 4;  // north, south, east, west
+
+  void AttachControls();
+  void PollDirections(CTelescope& telescope);
+  void EnableControls(CTelescope& telescope) const;
+  void ShowDetail();
+
+  int speedIndex = 0;
+  int32_t initialised = 0;
+  std::atomic<CTelescope*> engine;
+  std::array<int32_t, kDirections> pressed = {};
+  std::array<int32_t, kDirections> previouslyPressed = {};
+  CString vendorText;  // kept, not shown
+  CString titleText;   // the caption when it is not empty
+  std::array<COrlButton, kDirections> directionButtons;
+  COrlSlider speedSlider;
+  COrlButton gotoButton;
+  COrlButton syncButton;
+  COrlButton stopButton;
+  COrlButton homeButton;
+};

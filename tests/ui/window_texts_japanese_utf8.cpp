@@ -1,8 +1,0 @@
-// SPDX-License-Identifier: MIT
-#include "tests/ui/window_texts.h"
-
-namespace ui_test {
-
-const WindowTexts kWindowTexts = JapaneseWindowTexts(CP_UTF8);
-
-}  // namespace ui_test
