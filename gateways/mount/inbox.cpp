@@ -26,8 +26,8 @@ std::vector<Request> TakeOut(std::deque<Request>& requests, Condition condition)
 
 }  // namespace
 
-Ticket Inbox::Submit(RequestBody body) {
-  Request request = {std::move(body), std::make_shared<TicketState>()};
+Ticket Inbox::Submit(const RequestBody& body) {
+  Request request = {body, std::make_shared<TicketState>()};
   const std::shared_ptr<TicketState> ticket = request.ticket;
   std::vector<Request> overtaken;
   std::optional<Outcome> refused;

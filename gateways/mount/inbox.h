@@ -26,7 +26,7 @@ class Inbox {
 
   /// Puts a request behind the others, or ends it at once when the worker takes none or a value is
   /// wrong. A journey overtakes those that wait.
-  Ticket Submit(RequestBody body);
+  Ticket Submit(const RequestBody& body);
   /// Goes before all others and cancels those that would move the mount.
   Ticket SubmitStop();
   void Order(SessionOrder order);

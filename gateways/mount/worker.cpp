@@ -88,7 +88,7 @@ MonotonicTime Worker::NextDue() const {
 }
 
 Answer Worker::Ask(const std::string& command, const Patience& patience, const char* otherKey) {
-  const Answer answer = link_.Exchange(command, patience, otherKey);
+  Answer answer = link_.Exchange(command, patience, otherKey);
   if (answer.IsAnswered()) {
     monitor_.Answered(answer.endedAt - answer.sentAt);
   } else if (answer.how != Exchanged::kAbandoned) {

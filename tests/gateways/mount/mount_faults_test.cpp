@@ -144,11 +144,7 @@ class Cell {
     ++preparations_;
     return ticket.WaitFor(30s) == Outcome::kDone;
   }
-  SkyPoint High(double hoursEast) const {
-    const double days = mount_.State().controllerMjd - 51544.5;
-    const double sidereal = 18.697374558 + 24.06570982441908 * days + 139.767 / 15.0;
-    return {std::fmod(std::fmod(sidereal + hoursEast, 24.0) + 24.0, 24.0), 40.0};
-  }
+  SkyPoint High(double hoursEast) const { return HighPlace(mount_.State(), hoursEast); }
 
   bool Prepare() {
     if (!IsDone(mount_.Goto(High(1.0)))) return false;
@@ -334,7 +330,7 @@ class Cell {
       last = clock.timeMs;
     }
     // One exchange of half a second at most goes before a stop; the rest is this busy machine.
-    if (stopTook_ > 1000ms) broken_.push_back("a stop came late");
+    if (stopTook_ > 1s) broken_.push_back("a stop came late");
   }
 
   const Kind kind_;

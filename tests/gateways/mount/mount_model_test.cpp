@@ -74,10 +74,7 @@ class Sequence {
   }
   int Draw(int least, int most) { return std::uniform_int_distribution(least, most)(random_); }
   SkyPoint Place() {
-    const double days = mount_.State().controllerMjd - 51544.5;
-    const double sidereal = 18.697374558 + 24.06570982441908 * days + 139.767 / 15.0;
-    const double hours = std::fmod(sidereal + Draw(-3000, 3000) / 1000.0 + 48.0, 24.0);
-    return {std::fmod(hours + 24.0, 24.0), Draw(-100, 800) / 10.0};
+    return HighPlace(mount_.State(), Draw(-3000, 3000) / 1000.0, Draw(-100, 800) / 10.0);
   }
 
   void Step() {

@@ -3,12 +3,12 @@
 // change addresses. in_two_networks.sh makes them.
 #include <gmock/gmock.h>
 
-#include <cmath>
 #include <cstdlib>
 #include <string>
 
 #include "gateways/mount/mount.h"
 #include "tests/gateways/mount/event_log.h"
+#include "tests/gateways/mount/high_place.h"
 #include "tests/gateways/mount/wire_rules.h"
 #include "tests/support/eventually.h"
 
@@ -32,12 +32,14 @@ class MountNetwork : public testing::Test {
  protected:
   static constexpr std::chrono::seconds kSoon{60};
 
-  MountNetwork() {
+  MountNetwork() : mount(std::make_unique<Mount>(Options())) {
+    mount->AddListener(events.AsListener());
+  }
+  static MountOptions Options() {
     MountOptions options;
     options.activePoll = 20ms;
     options.idlePoll = 50ms;
-    mount = std::make_unique<Mount>(options);
-    mount->AddListener(events.AsListener());
+    return options;
   }
   void SetUp() override { ASSERT_TRUE(Connect()); }
   /// Three attempts of three exchanges: on this network one fails now and then.
@@ -61,11 +63,7 @@ class MountNetwork : public testing::Test {
   static void Ip(const std::string& arguments) {
     ASSERT_EQ(std::system(("ip " + arguments).c_str()), 0) << arguments;
   }
-  SkyPoint High(double hoursEast) const {
-    const double days = mount->State().controllerMjd - 51544.5;
-    const double sidereal = 18.697374558 + 24.06570982441908 * days + 139.767 / 15.0;
-    return {std::fmod(std::fmod(sidereal + hoursEast, 24.0) + 24.0, 24.0), 40.0};
-  }
+  SkyPoint High(double hoursEast) const { return HighPlace(mount->State(), hoursEast); }
   Outcome Of(const Ticket& ticket) {
     tickets.push_back(ticket);
     const auto outcome = ticket.WaitFor(kSoon);

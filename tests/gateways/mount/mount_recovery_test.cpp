@@ -78,6 +78,15 @@ TEST_F(MountRecovery, TellsThatATrackingMountIsWhereItWas) {
   EXPECT_TRUE(ComesBack().samePlace);
 }
 
+// Its right ascension grows meanwhile, by 15 arcseconds a second.
+TEST_F(MountRecovery, TellsThatAParkedMountIsWhereItWas) {
+  ASSERT_EQ(Of(mount->Park()), Outcome::kDone);
+  LoseLink();
+  const Event back = ComesBack();
+  EXPECT_TRUE(back.samePlace);
+  EXPECT_LT(back.movedDegrees, 0.001);
+}
+
 TEST_F(MountRecovery, TellsThatTheMountIsElsewhere) {
   ASSERT_EQ(Of(mount->Goto(High())), Outcome::kDone);
   LoseLink();

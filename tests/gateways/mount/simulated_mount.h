@@ -17,6 +17,7 @@
 #include "gateways/mount/mount.h"
 #include "simulator/simulator.h"
 #include "tests/gateways/mount/event_log.h"
+#include "tests/gateways/mount/high_place.h"
 #include "tests/support/eventually.h"
 
 /// A simulator on a port of its own, with what it reported and what its wire saw.
@@ -113,10 +114,7 @@ class SimulatedMount : public testing::Test {
   }
   /// @return a position that is above the horizon, so far east of the meridian.
   velquin::SkyPoint High(double hoursEast = 1.0, double decDegrees = 40.0) const {
-    // The simulated site is at 139.767 degrees east; its sidereal time from its own clock.
-    const double days = mount->State().controllerMjd - 51544.5;
-    const double sidereal = 18.697374558 + 24.06570982441908 * days + 139.767 / 15.0;
-    return {std::fmod(std::fmod(sidereal + hoursEast, 24.0) + 24.0, 24.0), decDegrees};
+    return HighPlace(mount->State(), hoursEast, decDegrees);
   }
   bool ShowsMotion(velquin::Motion motion) {
     return Eventually([&] { return mount->State().motion == motion; }, kSoon);
