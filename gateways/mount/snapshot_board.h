@@ -15,11 +15,13 @@
 
 namespace velquin {
 
-class SnapshotBoard {
+/// @tparam kPlaces for how many snapshots; tests take few, so that readers and the writer meet
+template <uint32_t kPlaces>
+class BasicSnapshotBoard {
  public:
-  SnapshotBoard() { Publish(Snapshot{}); }
-  SnapshotBoard(const SnapshotBoard&) = delete;
-  SnapshotBoard& operator=(const SnapshotBoard&) = delete;
+  BasicSnapshotBoard() { Publish(Snapshot{}); }
+  BasicSnapshotBoard(const BasicSnapshotBoard&) = delete;
+  BasicSnapshotBoard& operator=(const BasicSnapshotBoard&) = delete;
 
   /// One thread at a time.
   void Publish(const Snapshot& snapshot) {
@@ -52,7 +54,6 @@ class SnapshotBoard {
 
  private:
   static_assert(std::is_trivially_copyable_v<Snapshot>);
-  static constexpr size_t kPlaces = 8;
   static constexpr size_t kWords = (sizeof(Snapshot) + sizeof(uint64_t) - 1) / sizeof(uint64_t);
   using Words = std::array<uint64_t, kWords>;
   struct Place {
@@ -63,5 +64,7 @@ class SnapshotBoard {
   std::array<Place, kPlaces> places_;
   std::atomic<uint32_t> latest_ = 0;
 };
+
+using SnapshotBoard = BasicSnapshotBoard<8>;
 
 }  // namespace velquin

@@ -26,7 +26,7 @@ TEST(SnapshotBoard, ShowsTheLatest) {
 // A reader must never see half of one snapshot and half of the next, nor go back in time.
 TEST(SnapshotBoard, NeverMixesTwoSnapshots) {
   constexpr uint64_t kLast = 100'000;
-  SnapshotBoard board;
+  velquin::BasicSnapshotBoard<2> board;
   Snapshot first;
   first.meridian.gotoDegrees = 0.0;
   board.Publish(first);
