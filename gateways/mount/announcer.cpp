@@ -20,7 +20,7 @@ void Announcer::Tell(const Event& event) {
   const std::lock_guard guard(lock_);
   for (auto& [number, told] : listeners_) {
     // The task must not keep the thread that calls it.
-    told->thread.Post([listener = told->listener, event] { listener(event); },
+    told->thread.Post([listener = told->listener, event] { (*listener)(event); },
                       event.kind == Event::Kind::kSnapshot);
   }
 }
@@ -42,7 +42,7 @@ void Announcer::End(const std::shared_ptr<TicketState>& ticket, Outcome outcome)
 
 uint64_t Announcer::AddListener(Listener listener) {
   auto told = std::make_shared<Told>();
-  told->listener = std::move(listener);
+  told->listener = std::make_shared<const Listener>(std::move(listener));
   const std::lock_guard guard(lock_);
   listeners_[++lastNumber_] = std::move(told);
   ++listenerCount_;

@@ -35,7 +35,7 @@ class Announcer {
 
  private:
   struct Told {
-    Listener listener;
+    std::shared_ptr<const Listener> listener;  // shared, as copying it would run its owner's code
     CallbackThread thread;
   };
 

@@ -37,8 +37,9 @@ enum class ConnectFailure {
   kNotAController,  ///< something answers there that does not speak the language
 };
 
-/// What the mount is doing. A request that is under way shows from the moment at which it is sent:
-/// a goto is kSlewing until it has ended, whatever a single status says.
+/// What the mount is doing. A goto, home, park or unpark shows from the moment at which the
+/// controller has acknowledged it until its ticket ends, whatever a single status says. Before that
+/// moment its ticket alone tells that it is under way.
 enum class Motion {
   kUnknown,  ///< no status yet
   kAtRest,   ///< not tracking
