@@ -20,9 +20,14 @@ ScarceMemory::~ScarceMemory() {
   largest = SIZE_MAX;
 }
 
-// The program's own: every plain `new` ends here.
+// The program's own: every plain `new` ends here. All forms whose memory comes back to the same
+// `delete`, since a sanitizer has others.
+void* operator new(size_t bytes, const std::nothrow_t&) noexcept {
+  return bytes > largest ? nullptr : std::malloc(bytes == 0 ? 1 : bytes);
+}
+
 void* operator new(size_t bytes) {
-  void* memory = bytes > largest ? nullptr : std::malloc(bytes == 0 ? 1 : bytes);
+  void* memory = operator new(bytes, std::nothrow);
   if (memory == nullptr) throw std::bad_alloc();
   return memory;
 }
