@@ -143,20 +143,29 @@ def find_lines(source, lines):
     return [match.span(1) for match in re.finditer(rf"^[ \t]*({pattern})$", source, re.MULTILINE)]
 
 
+def listed_change(root, entry):
+    file = root / entry.file
+    if not entry.file or not file.is_file() or not entry.before:
+        raise ListError(f"{entry.place}: no such file, or no line to change: {entry.title}")
+    source = file.read_text()
+    spans = find_lines(source, entry.before)
+    if len(spans) != 1:
+        raise ListError(f"{entry.place}: {entry.file} has the lines to change "
+                        f"{len(spans)} times: {entry.title}")
+    return make_change(entry.file, source, *spans[0], "\n".join(entry.after) or ";", entry.title)
+
+
 def listed_changes(root, path):
-    changes = []
+    return [listed_change(root, entry) for entry in read_list(path)]
+
+
+def misfits(root, path):
+    """@return what is wrong with a list's entries, a line for each that does not fit the sources"""
     for entry in read_list(path):
-        file = root / entry.file
-        if not entry.file or not file.is_file() or not entry.before:
-            raise ListError(f"{entry.place}: no such file, or no line to change: {entry.title}")
-        source = file.read_text()
-        spans = find_lines(source, entry.before)
-        if len(spans) != 1:
-            raise ListError(f"{entry.place}: {entry.file} has the lines to change "
-                            f"{len(spans)} times: {entry.title}")
-        changes.append(make_change(entry.file, source, *spans[0], "\n".join(entry.after) or ";",
-                                   entry.title))
-    return changes
+        try:
+            listed_change(root, entry)
+        except ListError as error:
+            yield str(error)
 
 
 def files_of(root, places):

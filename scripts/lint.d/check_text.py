@@ -11,12 +11,17 @@ Looks at every file that git tracks or would track:
     comment that says why, on the line or above it
   - text stands on its own: it refers to no paper or folder outside the repository
 
+Then at the lists of scripts/mutate: every entry has the lines that it changes.
+
 Prints FILE:LINE: what is wrong, a line of figures last, and exits with 1 when there is anything.
 """
 import re
 import subprocess
 import sys
 from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "lib"))
+import mutations
 
 # What each folder may include besides itself. tests/ and bench/ are free. res/ holds numbers and
 # texts only, which everybody may name.
@@ -64,6 +69,7 @@ FOREIGN_TEXT = [
 UNCHECKED = re.compile(r"no_thread_[s]afety_analysis|[w]no-thread-safety|ignored.*[-]Wthread-safety",
                        re.IGNORECASE)
 LOCK_FIELD = re.compile(r"\s*(?:mutable )?CCriticalSection (\w+);")
+MUTATION_LISTS = ("named.txt", "equivalent.txt")
 INCLUDE = re.compile(r'\s*#\s*include\s*([<"])([^>"]+)[>"]')
 
 
@@ -168,6 +174,10 @@ def main():
     for name in files:
         for number, problem in problems(repository, name):
             print(f"{name}:{number}: {problem}")
+            count += 1
+    for name in MUTATION_LISTS:
+        for problem in mutations.misfits(repository, repository / "scripts/mutate.d" / name):
+            print(f"scripts/mutate.d/{problem}")
             count += 1
     print(f"{len(files)} files, {count} findings")
     return 1 if count or not files else 0
