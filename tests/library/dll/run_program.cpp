@@ -3,6 +3,25 @@
 
 #include <gtest/gtest.h>
 
+namespace {
+
+// Wine, on a machine with much to do, now and then cannot make a process and calls that an internal
+// error. No program has begun then, so nothing that a test is about gets a second chance.
+bool StartProgram(std::string& line, PROCESS_INFORMATION& process) {
+  constexpr int kAttempts = 3;
+  STARTUPINFOA startup = {};
+  startup.cb = sizeof startup;
+  for (int attempt = 1;; ++attempt) {
+    if (CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                       &process)) {
+      return true;
+    }
+    if (GetLastError() != ERROR_INTERNAL_ERROR || attempt == kAttempts) return false;
+  }
+}
+
+}  // namespace
+
 DWORD RunProgram(const std::string& program, const std::vector<std::string>& arguments) {
   constexpr DWORD kLimitMs = 30'000;
   char own[MAX_PATH] = "";
@@ -15,11 +34,8 @@ DWORD RunProgram(const std::string& program, const std::vector<std::string>& arg
     line.push_back(' ');
     line.append(argument);
   }
-  STARTUPINFOA startup = {};
-  startup.cb = sizeof startup;
   PROCESS_INFORMATION process = {};
-  if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                      &process)) {
+  if (!StartProgram(line, process)) {
     ADD_FAILURE() << "cannot run the host: " << GetLastError();
     return kHung;
   }
