@@ -49,6 +49,12 @@ CString Meridian(double stopPoint, double gotoValue) {
   return Pair("$MTCOM", stopPoint, gotoValue);
 }
 
+CString GtsValue(int32_t value) {
+  CString command;
+  command.Format("$MTGTS=%d", value);
+  return command;
+}
+
 CString Site(double latitudeDegrees, double longitudeDegrees, int32_t zone) {
   CString command;
   command.Format("$SYLOC=%8.3f,%7.3f,%d", longitudeDegrees, latitudeDegrees, zone);

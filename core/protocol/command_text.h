@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The command lines of the language, without line end: one place that formats them, for whoever
-// talks to a controller. Pure functions; any thread.
+// talks to a controller. Only the link's own question whether somebody answers
+// (CUdpLink::CheckUnit) stands elsewhere: net/ knows nothing of this folder. Pure functions; any
+// thread.
 #pragma once
 
 #include <cstdint>
@@ -26,6 +28,7 @@ enum TargetMode : int32_t {
   kEquatorial = 3,  ///< right ascension in hours, declination in degrees
 };
 
+/// @param degrees of right ascension @return the same angle in hours; 360 degrees are 24
 double DegreesToHours(double degrees);
 
 /// Sends the mount to a place. @param name of the object; the comma before an empty one stays
@@ -36,8 +39,15 @@ CString Home();
 CString Align(int32_t mode, double value1, double value2, const CString& name);
 /// Moves for a time. @param raRate, decRate the controller's unit; both 0 end a motion
 CString Move(double seconds, double raRate, double decRate);
+/// Sets the guide speeds. @param rateA, rateB first and second value, as the controller understands
+/// them
 CString GuideSpeed(double rateA, double rateB);
+/// Sets what the mount does about the meridian, in degrees past it. @param stopPoint where tracking
+/// stops, 0 leaves that to the mechanics @param gotoValue how far a goto stays on its side of the
+/// pier
 CString Meridian(double stopPoint, double gotoValue);
+/// Sets a number that the controller alone knows the meaning of.
+CString GtsValue(int32_t value);
 /// @param zone hours east of universal time
 CString Site(double latitudeDegrees, double longitudeDegrees, int32_t zone);
 /// Sets the clock. @param time local time; its second is sent with one decimal

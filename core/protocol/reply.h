@@ -42,6 +42,7 @@ struct ModelReply {
 /// Each reads a reply whose prefix was looked at already.
 /// @return false, and nothing is written, unless it has exactly the number of fields.
 bool DecodeSite(const CString& reply, SiteReply& site);
+/// @param model receives the three numbers as they were sent
 bool DecodeModel(const CString& reply, ModelReply& model);
 /// @param time receives universal time in whole seconds, zone 0
 bool DecodeUtc(const CString& reply, SiteTime& time);

@@ -46,9 +46,7 @@ int CVQCtrlW::SetMeridian(double stopPoint, double gotoValue, CString& reply) {
 }
 
 int CVQCtrlW::SetGtsValue(int32_t value, CString& reply) {
-  CString command;
-  command.Format("$MTGTS=%d", value);
-  return Exchange(command, "$MTGTS=", reply);
+  return Exchange(command_text::GtsValue(value), "$MTGTS=", reply);
 }
 
 int CVQCtrlW::SendMove(double durationSeconds, double raRate, double decRate, CString& reply) {

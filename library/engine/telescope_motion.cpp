@@ -4,6 +4,7 @@
 #include <climits>
 #include <iterator>
 
+#include "core/protocol/command_text.h"
 #include "framework/base/message_box.h"
 #include "library/engine/telescope.h"
 #include "platform/debug_output.h"
@@ -12,7 +13,6 @@
 
 namespace {
 
-constexpr int32_t kEquatorialMode = 3;
 constexpr int32_t kPulseGapMs = 50;
 
 }  // namespace
@@ -125,14 +125,14 @@ void CTelescope::PerformGoto() {
     return;
   }
   CString reply;
-  device.Goto(kEquatorialMode, radec, "", reply);
+  device.Goto(command_text::kEquatorial, radec, "", reply);
 }
 
 void CTelescope::PerformSync() {
   double radec[2];
   if (!CopyTarget(radec)) return;
   CString reply;
-  device.Align(radec, kEquatorialMode, "", reply);
+  device.Align(radec, command_text::kEquatorial, "", reply);
 }
 
 void CTelescope::PerformStop() {

@@ -56,7 +56,7 @@ class CThreadCtrl {
   CWinThread* thread = nullptr;                    // owned; null while no worker runs
   COwnerWindow* owner GUARDED_BY(lock) = nullptr;  // owned; the window in it is the host's
   int32_t running = 0;                    // nothing clears it: the loop ends through a hook
-  CCriticalSection lock;                  // guards what the host's threads and the worker share
   int32_t fastPoll GUARDED_BY(lock) = 0;  // non-zero halves the sleep
+  CCriticalSection lock;                  // guards what the host's threads and the worker share
   int32_t period = 100;                   // ms; constant
 };

@@ -36,7 +36,7 @@ TEST_F(VelquinctlTest, GotoEndsWithThePositionReached) {
   EXPECT_NEAR(mount.RaDegrees(), 83.632917, 1e-3);
   EXPECT_NEAR(mount.DecDegrees(), 22.014444, 1e-4);
   EXPECT_EQ(mount.State(), kTracking);
-  EXPECT_THAT(result.OutLines().back(), StartsWith("reached 05h34m31.90s +22d00m52.0s"));
+  EXPECT_THAT(result.LastLine(), StartsWith("reached 05h34m31.90s +22d00m52.0s"));
 }
 
 TEST_F(VelquinctlTest, GotoTakesNegativeDeclinationsAsTheyAreWritten) {
@@ -66,7 +66,7 @@ TEST_F(VelquinctlTest, GotoShowsItsProgressAsAsked) {
   EXPECT_THAT(live.OutLines(), SizeIs(2)) << "the redrawn line and the result";
   const ProgramResult plain = RunVelquinctl({"goto", Address(), "5h", "10"});
   EXPECT_THAT(plain.out, Not(HasSubstr("\r")));
-  EXPECT_THAT(plain.OutLines().front(), HasSubstr("left"));
+  EXPECT_THAT(plain.FirstLine(), HasSubstr("left"));
   const ProgramResult none = RunVelquinctl({"goto", Address(), "6h", "20", "--progress", "none"});
   EXPECT_THAT(none.OutLines(), SizeIs(1));
   const ProgramResult quiet = RunVelquinctl({"goto", Address(), "5h", "10", "--quiet"});
@@ -203,8 +203,8 @@ TEST_F(VelquinctlTest, MovesShowWhatTheCoordinatesDo) {
   EXPECT_NEAR(slewed["decMovedDegrees"].get<double>(), 0.0, 1e-3);
   const ProgramResult pulsed = RunVelquinctl({"pulse", Address(), "--east", "400"});
   EXPECT_EQ(pulsed.exitCode, 0) << pulsed.error;
-  EXPECT_TRUE(FitsPattern(pulsed.OutLines().back(),
-                          "pulses acknowledged: .*right ascension -[0-9.]+\", .*"))
+  EXPECT_TRUE(
+      FitsPattern(pulsed.LastLine(), "pulses acknowledged: .*right ascension -[0-9.]+\", .*"))
       << pulsed.out;
 }
 
@@ -251,12 +251,12 @@ TEST_F(VelquinctlTest, HomeAndParkAndUnparkAreWaitedFor) {
   mount.PointAt(6.0, 20.0);
   const ProgramResult home = RunVelquinctl({"home", Address()});
   EXPECT_EQ(home.exitCode, 0);
-  EXPECT_THAT(home.OutLines().back(), StartsWith("home, at "));
+  EXPECT_THAT(home.LastLine(), StartsWith("home, at "));
   EXPECT_NEAR(mount.DecDegrees(), 90.0, 1e-4);
 
   const ProgramResult park = RunVelquinctl({"park", Address()});
   EXPECT_EQ(park.exitCode, 0);
-  EXPECT_THAT(park.OutLines().back(), StartsWith("parked at "));
+  EXPECT_THAT(park.LastLine(), StartsWith("parked at "));
   EXPECT_EQ(mount.State(), kParked);
   EXPECT_EQ(Json(RunVelquinctl({"status", Address(), "--json"}))["ready"], false);
   ExpectUnmoved({"slew", Address(), "west", "--for", "0.3"});
@@ -295,7 +295,7 @@ TEST_F(VelquinctlTest, SlewRenewsTheMoveAndEndsItInTime) {
   // 200 times 15.04 seconds of arc a second, for a second and a half; a second more if nobody
   // ended the last move.
   EXPECT_NEAR(mount.DecDegrees(), 10.0 + 1.5 * 200 * 15.04 / 3600, 0.35);
-  EXPECT_TRUE(FitsPattern(result.OutLines().back(), "moved [0-9.]+.* north, to .*")) << result.out;
+  EXPECT_TRUE(FitsPattern(result.LastLine(), "moved [0-9.]+.* north, to .*")) << result.out;
 }
 
 TEST(VelquinctlDeafMount, ASlewThatMovesNothingIsReported) {

@@ -63,6 +63,14 @@ std::vector<std::string> ProgramResult::OutLines() const {
 std::vector<std::string> ProgramResult::ErrorLines() const {
   return Lines(error);
 }
+std::string ProgramResult::FirstLine() const {
+  const std::vector<std::string> lines = OutLines();
+  return lines.empty() ? "" : lines.front();
+}
+std::string ProgramResult::LastLine() const {
+  const std::vector<std::string> lines = OutLines();
+  return lines.empty() ? "" : lines.back();
+}
 
 struct VelquinctlRun::Process {
   TempFolder folder;

@@ -16,6 +16,10 @@ struct ProgramResult {
 
   std::vector<std::string> OutLines() const;
   std::vector<std::string> ErrorLines() const;
+  /// @return the first line of the output, "" when there is none.
+  std::string FirstLine() const;
+  /// @return its last line, "" when there is none.
+  std::string LastLine() const;
 };
 
 /// One run of the velquinctl.exe that lies beside this test program. Ended at destruction if it

@@ -42,7 +42,7 @@ TEST_F(VelquinctlScript, PerformsItsLinesInOrder) {
     if (key == "$MTTGT=" || key == "$ALIGN=" || key == "$MTAGS=") keys.push_back(key);
   }
   EXPECT_THAT(keys, testing::ElementsAre("$MTTGT=", "$ALIGN=", "$MTAGS="));
-  EXPECT_THAT(result.OutLines().front(), StartsWith("> goto " + Address()));
+  EXPECT_THAT(result.FirstLine(), StartsWith("> goto " + Address()));
 }
 
 TEST_F(VelquinctlScript, AWrongLineIsFoundBeforeAnythingIsSent) {
@@ -116,7 +116,7 @@ TEST_F(VelquinctlScript, MayBeInUtf16) {
   for (const char c : "pulse " + Address() + " --north 50\r\n") content += {c, '\0'};
   const ProgramResult result = RunScript(content);
   EXPECT_EQ(result.exitCode, 0) << result.error;
-  EXPECT_THAT(result.OutLines().front(), testing::Eq("> pulse " + Address() + " --north 50"));
+  EXPECT_THAT(result.FirstLine(), testing::Eq("> pulse " + Address() + " --north 50"));
 }
 
 TEST_F(VelquinctlScript, AnEmptyScriptIsDone) {

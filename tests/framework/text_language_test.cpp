@@ -18,6 +18,12 @@ using testing::SizeIs;
 using enum TextLanguage;
 
 constexpr unsigned kTitle = 57344;
+#define VELQUIN_STRING(id, text) id,
+constexpr unsigned kAllTexts[] = {
+#include "res/strings.inc"
+};
+#undef VELQUIN_STRING
+// Those with an English text of their own: all but the title.
 constexpr unsigned kTexts[] = {101, 102, 10001, 10002, 10003, 10004};
 
 std::string Loaded(unsigned id) {
@@ -78,6 +84,14 @@ TEST(TextLanguage, EnglishResourcesHaveNumbersOfTheirOwn) {
 
 TEST(TextLanguage, TheTitleServesBoth) {
   EXPECT_EQ(TextResourceIn(kEnglish, kTitle), kTitle);
+}
+
+// A text whose number is shifted is looked for there and nowhere else.
+TEST(TextLanguage, EveryTextExistsInBoth) {
+  for (const unsigned id : kAllTexts) {
+    EXPECT_NE(Loaded(TextResourceIn(kJapanese, id)), "") << id;
+    EXPECT_NE(Loaded(TextResourceIn(kEnglish, id)), "") << id;
+  }
 }
 
 TEST(EnglishTexts, SayWhatTheJapaneseOnesSay) {

@@ -2,6 +2,8 @@
 // The entry point of every test program.
 #include <gmock/gmock.h>
 
+#include <cstdio>
+
 #include "tests/support/crash_report.h"
 #include "tests/support/fault_count.h"
 
@@ -22,5 +24,11 @@ int main(int argc, char** argv) {
   CountFaults();
   testing::InitGoogleMock(&argc, argv);
   testing::UnitTest::GetInstance()->listeners().Append(new FaultListener);  // takes it over
-  return RUN_ALL_TESTS();
+  const int result = RUN_ALL_TESTS();
+  // What the ends of suites and of the environment did, which is no test's.
+  const Faults late = TakeFaults();
+  if (late.count == 0) return result;
+  std::fprintf(stderr, "%d faults after the last test, the last one at %s\n", late.count,
+               late.last.c_str());
+  return 1;
 }

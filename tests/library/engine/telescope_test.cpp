@@ -81,6 +81,37 @@ TEST_F(Telescope, GoesBackToItsFirstStateWhenReset) {
   EXPECT_EQ(probe.Vendor(), "");
 }
 
+TEST_F(Telescope, ForgetsEachDirectionOfAHandMoveWhenReset) {
+  struct {
+    int32_t direction;
+    std::vector<int32_t> flags;  // north, south, east, west
+  } const pushes[] = {{TELESCOPE_NORTH, {1, 0, 0, 0}},
+                      {TELESCOPE_SOUTH, {0, 1, 0, 0}},
+                      {TELESCOPE_EAST, {0, 0, 1, 0}},
+                      {TELESCOPE_WEST, {0, 0, 0, 1}}};
+  for (const auto& push : pushes) {
+    telescope.Slew(push.direction, 1, 7);
+    ASSERT_EQ(probe.HandFlags(), push.flags);
+    telescope.OnReset();
+    EXPECT_THAT(probe.HandFlags(), ElementsAre(0, 0, 0, 0)) << push.direction;
+  }
+}
+
+TEST_F(Telescope, ForgetsTheSessionAndWhatItsPollsSaidWhenReset) {
+  // Without a worker, whose next poll would say it all again.
+  controller.Status("60000.5,2,0,0,0,45.0,10,20,6.0,22.5,4");
+  ASSERT_EQ(telescope.Check(nullptr, controller.Address().c_str(), nullptr, 0, nullptr), 1);
+  ASSERT_EQ(telescope.OnStart(), 1);
+  telescope.OnPoll();
+  ASSERT_EQ(telescope.GetSlewing(), 1);
+  ASSERT_EQ(telescope.GetParking(), 1);
+  ASSERT_EQ(telescope.GetConnected(), 1);
+  telescope.OnReset();
+  EXPECT_EQ(telescope.GetSlewing(), 0);
+  EXPECT_EQ(telescope.GetParking(), 0);
+  EXPECT_EQ(telescope.GetConnected(), 0);
+}
+
 TEST_F(Telescope, StoresTextsAndCopiesThem) {
   char text[] = "first";
   EXPECT_EQ(telescope.SetVendor(text), 1);

@@ -36,7 +36,7 @@ class Threads : public EngineTest {
   struct LinksSeen {
     int checks = 0;
     int sessions = 0;
-    int samePort = 0;                // as the link before
+    int samePort = 0;                // links with the port of the one before
     std::vector<std::string> mixed;  // what neither of the two sends
   };
   // What came in from one port after the other, told apart.
@@ -51,13 +51,13 @@ class Threads : public EngineTest {
       for (; i < received.size() && received[i].fromPort == port; ++i) {
         if (received[i].text != "$MTSTA?") commands += received[i].text + " ";
       }
-      --seen.samePort;
       std::string_view rest = commands;
-      while (TakeFrom(rest, kHandshake)) {
-        ++seen.samePort;
+      int links = 0;
+      for (; TakeFrom(rest, kHandshake); ++links) {
         ++(TakeFrom(rest, kStart) ? seen.sessions : seen.checks);
       }
-      if (!rest.empty()) seen.mixed.push_back(commands);
+      if (links == 0 || !rest.empty()) seen.mixed.push_back(commands);
+      if (links > 1) seen.samePort += links - 1;
     }
     return seen;
   }
@@ -115,7 +115,7 @@ TEST_F(Threads, MayAllCallWhileTheSessionRuns) {
 // and what a start asks for besides, then polls. Two at once would mix.
 TEST_F(Threads, MayStartCheckAndEndAtOnce) {
   std::atomic<int> started = 0;
-  std::atomic<int> checked = 0;
+  std::atomic<int> checked = 0;  // by the controller, or from what a session knew
   std::atomic<int> wrongVersions = 0;
   const auto start = [&] { started += Connect(); };
   const auto check = [&] {
@@ -135,7 +135,7 @@ TEST_F(Threads, MayStartCheckAndEndAtOnce) {
   EXPECT_THAT(seen.mixed, testing::IsEmpty());
   EXPECT_LE(seen.samePort, 1) << "by chance once in some hundred runs; always, if left open";
   EXPECT_EQ(seen.sessions, started);
-  EXPECT_LE(seen.checks, checked) << "a check that was sent was answered";
+  EXPECT_LE(seen.checks, checked) << "no more than were answered, of which a session answered some";
   // The engine is as good as new.
   controller.Clear();
   EXPECT_EQ(Connect(), 1);
