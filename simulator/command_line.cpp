@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "simulator/characters.h"
+
 namespace simulator {
 
 namespace {
@@ -13,10 +15,6 @@ constexpr size_t kKeyLength = 6;  // "$" and five letters
 
 bool IsKeyCharacter(char c) {
   return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-}
-
-bool IsControlCharacter(char c) {
-  return (c >= '\0' && c < ' ') || c == '\x7f';
 }
 
 std::string_view WithoutBlanks(std::string_view text) {

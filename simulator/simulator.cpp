@@ -3,6 +3,7 @@
 
 #include <chrono>
 
+#include "simulator/characters.h"
 #include "simulator/civil_time.h"
 #include "simulator/formatted.h"
 
@@ -19,7 +20,7 @@ double SteadySeconds() {
 std::string Printable(std::string_view bytes) {
   std::string text;
   for (const char c : bytes.substr(0, kMaxCommandLength)) {
-    const bool plain = c >= ' ' && c < '\x7f' && c != '\\';
+    const bool plain = IsPrintable(c) && c != '\\';
     text += plain ? std::string(1, c) : Formatted("\\x%02x", static_cast<unsigned char>(c));
   }
   if (bytes.size() > kMaxCommandLength) text += "...";

@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "platform/threads.h"
+#include "simulator/characters.h"
 #include "simulator/civil_time.h"
 #include "simulator/command_line.h"
 #include "simulator/fault_dice.h"
@@ -207,9 +208,7 @@ void DeclareFaults(CLI::App& app, ProgramOptions& options) {
 void PrintError(std::string reason) {
   constexpr size_t kHalf = 150;
   if (reason.size() > 2 * kHalf) reason.replace(kHalf, reason.size() - 2 * kHalf, " ... ");
-  std::replace_if(
-      reason.begin(), reason.end(), [](char c) { return (c >= '\0' && c < ' ') || c == '\x7f'; },
-      ' ');
+  std::replace_if(reason.begin(), reason.end(), simulator::IsControlCharacter, ' ');
   std::fprintf(stderr, "velquin-sim: %s\n", reason.c_str());
 }
 

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "simulator/characters.h"
 #include "simulator/command_line.h"
 #include "simulator/formatted.h"
 
@@ -23,7 +24,7 @@ std::string Quoted(std::string_view bytes) {
       text += "\\r";
     } else if (c == '\n') {
       text += "\\n";
-    } else if (c >= ' ' && c < '\x7f' && c != '\\' && c != '"') {
+    } else if (IsPrintable(c) && c != '\\' && c != '"') {
       text += c;
     } else {
       text += Formatted("\\x%02x", static_cast<unsigned char>(c));

@@ -179,10 +179,11 @@ TEST_F(UdpLinkFailure, RecordsASlowUnmarkedSocketTwiceWithOneTime) {
 TEST_F(UdpLinkFailure, RecordsAWaitThatTheSystemRefuses) {
   controller.Answers("$SYVER?", "$SYVER=1.00");
   Connect();
-  faults.send = [](platform::SocketHandle socket, const std::string& bytes,
-                   const platform::SocketAddress&) {
-    platform::CloseSocket(socket);
-    return static_cast<int>(bytes.size());
+  // Not the link's own one, which the link closes again: by then its number may be somebody else's.
+  faults.wait = [](platform::SocketHandle, const platform::WaitTime& timeOut) {
+    const platform::SocketHandle closed = platform::OpenDatagramSocket();
+    platform::CloseSocket(closed);
+    return platform::WaitReadable(closed, timeOut);
   };
   int received = 0;
   faults.receive = [&](platform::SocketHandle, char*, int) {
@@ -194,7 +195,7 @@ TEST_F(UdpLinkFailure, RecordsAWaitThatTheSystemRefuses) {
   EXPECT_EQ(received, 0);
   EXPECT_TRUE(probe.Connected());
 
-  faults.send = nullptr;
+  faults.wait = nullptr;
   faults.receive = nullptr;
   link.Close();
   ASSERT_EQ(Open(), 1);

@@ -91,6 +91,22 @@ TEST(MountStatus, ReadsIntegersUpToTheirPoint) {
   EXPECT_EQ(status.mode, 4);
 }
 
+#ifdef _WIN32
+
+// In the code page of these tests 0x83 begins a character of two bytes, whatever follows it, so the
+// separators after it are no separators.
+TEST(MountStatus, LeavesSecondBytesAlone) {
+  MountStatus status = Decoded("$MTSTA=60310.5,2\x83,7,0,0,0,120,1,2,6,7,4");
+  EXPECT_EQ(status.state, 2);
+  EXPECT_EQ(status.axisAngleDegrees, 120.0) << "two fields are one";
+  EXPECT_EQ(status.raDegrees, 90.0);
+  status = Decoded("$MTSTA=60310.5,2\x83=,0,0,0,120,1,2,6,7,4");
+  EXPECT_EQ(status.state, 2);
+  EXPECT_EQ(status.axisAngleDegrees, 120.0) << "the line goes on";
+}
+
+#endif
+
 TEST(MountStatus, EndsAtASecondEqualsSign) {
   const MountStatus status = Decoded("$MTSTA=60310.5,2=0,0,0,120,1,2,6,7,4");
   EXPECT_EQ(status.controllerMjd, 60310.5);
@@ -113,6 +129,14 @@ TEST(MountStatus, RefusesOtherLines) {
     EXPECT_EQ(status.raDegrees, kUntouched.raDegrees);
     EXPECT_EQ(status.mode, kUntouched.mode);
   }
+}
+
+// The link gives no such line; a text ends at a NUL here as it does everywhere.
+TEST(MountStatus, EndsAtANul) {
+  constexpr char kLine[] = "$MTSTA\0x=1,2";
+  MountStatus status = kUntouched;
+  EXPECT_TRUE(DecodeStatus(CString(kLine, sizeof kLine - 1), status));
+  ExpectZeros(status);
 }
 
 // A line that could not be split for want of memory once looked like one of the key alone: position

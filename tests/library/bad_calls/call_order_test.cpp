@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Every function after every other one, whatever order a host was meant to keep. The state is made
 // anew for each pair: after a walk through all of them Start and End would have made it the same.
-// What is checked: each call returns, with the one answer that is right in that state, and
-// afterwards a session still starts, polls and ends. What the calls send is the business of other
-// tests.
+// What is checked: each call returns, with the one answer that is right in that state; and when a
+// function has been followed by all others, a session still starts, polls and ends. After each pair
+// that would take long. What the calls send is the business of other tests.
 #include <windows.h>
 
 #include <gmock/gmock.h>
@@ -101,7 +101,7 @@ TEST_F(CallOrder, EveryPairFromALibraryThatWasJustLoaded) {
     MakePair(driver, first, second, false, Polled::kNever);
     EndSession(driver);
     if (second + 1 < calls.size()) return;
-    StartSession(driver);  // after the others too, it would take long
+    StartSession(driver);
     EndSession(driver);
   });
   ExpectAllCovered();
