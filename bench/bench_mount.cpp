@@ -90,11 +90,7 @@ void RequestToWire() {
     return delays;
   };
   Report("request to wire (guide rates)",
-         measure("$MTAGS=",
-                 [&] {
-                   return mount.SetGuideRates({0.5, 0.5});
-                 }),
-         5.0);
+         measure("$MTAGS=", [&] { return mount.SetGuideRates({0.5, 0.5}); }), 5.0);
   Report("stop to wire", measure("$MTSTP=", [&] { return mount.Stop(); }), 5.0);
 }
 

@@ -109,11 +109,10 @@ void DefineTargets(CommandDefinitions& d) {
                  "arc seconds from the target that count as reached (default 60)")
       ->type_name("ARCSEC");
 
-  CLI::App* sync =
-      Command(d, "sync", "Tell the mount that it points at a position",
-              "  velquinctl sync 192.168.1.10 5h34m31.9s +22d00m52s\n", [](const ArgumentTexts& t) {
-                return SyncAction{PositionArgument(t.ra, t.dec), t.yes};
-              });
+  CLI::App* sync = Command(
+      d, "sync", "Tell the mount that it points at a position",
+      "  velquinctl sync 192.168.1.10 5h34m31.9s +22d00m52s\n",
+      [](const ArgumentTexts& t) { return SyncAction{PositionArgument(t.ra, t.dec), t.yes}; });
   TakesAddress(d, sync);
   TakesPosition(d, sync);
   sync->add_flag("--yes", d.texts.yes, "do not ask when the position is more than 5 degrees away");
@@ -249,11 +248,9 @@ void DefineSettings(CommandDefinitions& d) {
                           "  velquinctl align-reset 192.168.1.10\n",
                           [](const ArgumentTexts&) { return AlignResetAction{}; }));
 
-  CLI::App* ini =
-      Command(d, "ini", "Connect with the meridian overrides of an INI file",
-              "  velquinctl ini 192.168.1.10 mount.ini Mount\n", [](const ArgumentTexts& t) {
-                return IniAction{t.file, t.section};
-              });
+  CLI::App* ini = Command(d, "ini", "Connect with the meridian overrides of an INI file",
+                          "  velquinctl ini 192.168.1.10 mount.ini Mount\n",
+                          [](const ArgumentTexts& t) { return IniAction{t.file, t.section}; });
   TakesAddress(d, ini);
   ini->add_option("FILE", d.texts.file, "the INI file")->type_name("")->required();
   ini->add_option("SECTION", d.texts.section,

@@ -67,10 +67,10 @@ std::string MovingText(const char* what, const SlewWatch& watch, double seconds,
 /// A slew to a place that the controller alone knows.
 struct PlaceSlew {
   MountCommand command;
-  TelescopeHomeFn Driver::*send;  // park's is of the same type
-  const char* doing;              // "going home"
-  const char* reached;            // "home, at"
-  bool parks;                     // the mount is not ready afterwards
+  TelescopeHomeFn Driver::* send;  // park's is of the same type
+  const char* doing;               // "going home"
+  const char* reached;             // "home, at"
+  bool parks;                      // the mount is not ready afterwards
 };
 
 /// @return whether this reading, with those before it, shows the end of the slew.

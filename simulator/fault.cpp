@@ -12,7 +12,7 @@ constexpr int kLongestDelayMs = 3'600'000;
 
 struct Flag {
   const char* word;
-  bool Fault::*field;
+  bool Fault::* field;
 };
 
 constexpr Flag kFlags[] = {
@@ -24,7 +24,7 @@ constexpr Flag kFlags[] = {
 
 struct Place {
   const char* word;
-  std::optional<int> Fault::*field;
+  std::optional<int> Fault::* field;
 };
 
 constexpr Place kPlaces[] = {

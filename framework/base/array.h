@@ -46,7 +46,9 @@ class CArray {
   }
 
   /// Appends an element that the caller has no more use for. @return its index.
-  ptrdiff_t Add(TYPE&& element) requires(!std::is_same_v<ARG_TYPE, TYPE>) {
+  ptrdiff_t Add(TYPE&& element)
+    requires(!std::is_same_v<ARG_TYPE, TYPE>)
+  {
     if (m_nSize == m_nMaxSize) Grow();
     new (m_pData + m_nSize) TYPE(std::move(element));
     return m_nSize++;

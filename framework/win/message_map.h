@@ -26,19 +26,23 @@ struct AFX_MSGMAP {
   static const AFX_MSGMAP* GetThisMessageMap(); \
   const AFX_MSGMAP* GetMessageMap() const override;
 
-#define BEGIN_MESSAGE_MAP(theClass, baseClass)                                  \
-  const AFX_MSGMAP* theClass::GetMessageMap() const {                           \
-    return GetThisMessageMap();                                                 \
-  }                                                                             \
-  const AFX_MSGMAP* theClass::GetThisMessageMap() {                             \
-    using ThisClass [[maybe_unused]] = theClass;                                \
-    using BaseClass = baseClass;                                                \
-    struct Base : BaseClass {                                                   \
-      static const AFX_MSGMAP* Map() { return BaseClass::GetThisMessageMap(); } \
-    };                                                                          \
+#define BEGIN_MESSAGE_MAP(theClass, baseClass)        \
+  const AFX_MSGMAP* theClass::GetMessageMap() const { \
+    return GetThisMessageMap();                       \
+  }                                                   \
+  const AFX_MSGMAP* theClass::GetThisMessageMap() {   \
+    using ThisClass [[maybe_unused]] = theClass;      \
+    using BaseClass = baseClass;                      \
+    struct Base : BaseClass {                         \
+      static const AFX_MSGMAP* Map() {                \
+        return BaseClass::GetThisMessageMap();        \
+      }                                               \
+    };                                                \
     static const AFX_MSGMAP_ENTRY entries[] = {
 #define END_MESSAGE_MAP()                              \
-  { 0, 0, 0, nullptr }                                 \
+  {                                                    \
+    0, 0, 0, nullptr                                   \
+  }                                                    \
   }                                                    \
   ;                                                    \
   static const AFX_MSGMAP map = {&Base::Map, entries}; \

@@ -81,18 +81,18 @@ void CTelescope::ReplaceController(std::unique_ptr<IControllerWindow> window) {
   Unlock();
 }
 
-CString CTelescope::Copy(CString CTelescope::*text) {
+CString CTelescope::Copy(CString CTelescope::* text) {
   const CSingleLock guard(lock);
   return this->*text;
 }
 
-int CTelescope::Store(CString CTelescope::*text, const char* value) {
+int CTelescope::Store(CString CTelescope::* text, const char* value) {
   const CSingleLock guard(lock);
   this->*text = value;
   return 1;
 }
 
-int CTelescope::Read(int32_t CTelescope::*flag) {
+int CTelescope::Read(int32_t CTelescope::* flag) {
   const CSingleLock guard(lock);
   return this->*flag;
 }

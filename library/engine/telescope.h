@@ -158,9 +158,9 @@ class CTelescope : public CThreadCtrl {
   void ReadSiteAndClock();
 
   void ReplaceController(std::unique_ptr<IControllerWindow> window);
-  CString Copy(CString CTelescope::*text);
-  int Store(CString CTelescope::*text, const char* value);
-  int Read(int32_t CTelescope::*flag);
+  CString Copy(CString CTelescope::* text);
+  int Store(CString CTelescope::* text, const char* value);
+  int Read(int32_t CTelescope::* flag);
 
   CVQCtrlW device;
   CString address GUARDED_BY(sessionLock);  // changed by Start and Check, while no session runs

@@ -31,9 +31,8 @@ Ending Watch(GotoWatch& watch, const std::function<SkyPosition(double)>& positio
 
 TEST(GotoWatch, ASlewThatComesToRestAtTheTargetHasArrived) {
   GotoWatch watch({40, 20}, kTolerance);
-  const Ending end = Watch(watch, [](double s) {
-    return SkyPosition{std::min(20 + 4 * s, 40.0), 20};
-  });
+  const Ending end =
+      Watch(watch, [](double s) { return SkyPosition{std::min(20 + 4 * s, 40.0), 20}; });
   EXPECT_EQ(end.verdict, Verdict::kArrived);
   EXPECT_GT(end.seconds, 5.5);
   EXPECT_LT(end.seconds, 6.5);
@@ -42,9 +41,8 @@ TEST(GotoWatch, ASlewThatComesToRestAtTheTargetHasArrived) {
 
 TEST(GotoWatch, PassingTheTargetIsNoArrival) {
   GotoWatch watch({40, 20}, kTolerance);
-  const Ending end = Watch(watch, [](double s) {
-    return SkyPosition{std::min(20 + 4 * s, 60.0), 20};
-  });
+  const Ending end =
+      Watch(watch, [](double s) { return SkyPosition{std::min(20 + 4 * s, 60.0), 20}; });
   EXPECT_EQ(end.verdict, Verdict::kStoppedShort);
   EXPECT_GT(end.seconds, 17.0);
 }
@@ -81,9 +79,8 @@ TEST(GotoWatch, AMountWithADetourIsOnTheWay) {
 
 TEST(GotoWatch, ATurnAtThePoleIsMotionThoughTheSkyHardlyMoves) {
   GotoWatch watch({180, 89.0}, 1.0 / 3600.0);
-  const Ending end = Watch(watch, [](double s) {
-    return SkyPosition{std::min(4 * s, 180.0), 89.0};
-  });
+  const Ending end =
+      Watch(watch, [](double s) { return SkyPosition{std::min(4 * s, 180.0), 89.0}; });
   EXPECT_EQ(end.verdict, Verdict::kArrived);
   EXPECT_GT(end.seconds, 45.0);
 }

@@ -41,7 +41,9 @@ TEST_F(ProgressLineTest, LiveRedrawsAndWipesWhatWasLonger) {
 }
 
 TEST_F(ProgressLineTest, LiveWithoutAnythingShownLeavesNoTrace) {
-  { const ProgressLine line(ProgressMode::kLive, Writer()); }
+  {
+    const ProgressLine line(ProgressMode::kLive, Writer());
+  }
   EXPECT_EQ(written, "");
 }
 

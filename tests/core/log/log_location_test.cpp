@@ -26,9 +26,7 @@ class LogLocation : public testing::Test {
 #endif
   }
 
-  bool IsFolder(const char* name) {
-    return std::filesystem::is_directory(local.folder / name);
-  }
+  bool IsFolder(const char* name) { return std::filesystem::is_directory(local.folder / name); }
 
   LocalData local;
 };

@@ -23,9 +23,7 @@ class CommaLocale : public MountSession {
     ASSERT_EQ(std::system(make.c_str()), 0);
 #endif
   }
-  static void TearDownTestSuite() {
-    folder.reset();
-  }
+  static void TearDownTestSuite() { folder.reset(); }
 
   void SetUp() override {
 #ifdef _WIN32

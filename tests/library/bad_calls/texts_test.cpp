@@ -147,8 +147,9 @@ TEST_F(Texts, OfAnyKindMayNameTheJournal) {
   const std::string inFolder = folder.Narrow() + "\\";
   // No file can have a name of that length or with control characters.
   const auto isName = [](const std::string& text) {
-    return text.size() < 200 && std::none_of(text.begin(), text.end(),
-                                             [](unsigned char c) { return c < ' ' || c == 0x7F; });
+    return text.size() < 200 &&
+           std::none_of(
+               text.begin(), text.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; });
   };
   for (const std::string& text : kTexts) {
     for (const auto& [path, prefix] : {std::pair(text, kScope), std::pair(inFolder, text)}) {

@@ -126,7 +126,7 @@ TEST_F(Telescope, StoresTextsAndCopiesThem) {
 
 // The worker replaces them under the lock, so a copy that is made outside may be torn.
 TEST_F(Telescope, CopiesItsTextsUnderTheLock) {
-  CString (CTelescope::*const getters[])() = {
+  CString (CTelescope::* const getters[])() = {
       &CTelescope::GetVersionText, &CTelescope::GetSpareText1, &CTelescope::GetSpareText2,
       &CTelescope::GetSpareText3,  &CTelescope::GetDateText,   &CTelescope::GetTimeText,
       &CTelescope::GetZoneText,    &CTelescope::GetBlankText,  &CTelescope::GetSiteTextA,

@@ -72,7 +72,7 @@ void MatrixTable::Print() const {
   }
   std::printf("\nLongest times, ms\n\n");
   PrintHead("call");
-  const auto row = [&](const char* title, double Longest::*field) {
+  const auto row = [&](const char* title, double Longest::* field) {
     std::string texts[kPhases];
     for (int phase = 0; phase < kPhases; ++phase) texts[phase] = MsText(longest_[phase].*field);
     PrintRow(title, texts);
