@@ -7,7 +7,7 @@ CTelescope::CTelescope() {
 }
 
 CTelescope::~CTelescope() {
-  // First of all: a window that goes reads the engine once more.
+  // This comes first: a window that closes reads the engine once more.
   controllerDialog.reset();
 }
 
@@ -68,13 +68,13 @@ int CTelescope::SetIni(const char* file, const char* section) {
 int CTelescope::ShowController(bool show) {
   ReplaceController(nullptr);
   if (!show || windowFactory == nullptr) return 1;
-  // Not under the lock: other threads may have to answer messages before the window stands.
+  // Not under the lock: opening the window may need other threads to answer messages.
   ReplaceController(std::unique_ptr<IControllerWindow>(
       windowFactory(*this, Copy(&CTelescope::vendor), Copy(&CTelescope::name), OwnerWindow())));
   return 1;
 }
 
-// The window that was there closes after the exchange, so that no two threads close it.
+// The old window closes after the exchange, so that no two threads close it.
 void CTelescope::ReplaceController(std::unique_ptr<IControllerWindow> window) {
   Lock();
   controllerDialog.swap(window);

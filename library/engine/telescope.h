@@ -2,14 +2,14 @@
 // CTelescope: the driver's one engine.
 //
 // The life of a request: an export stores its parameters and a TelescopeCommand under the lock and
-// returns. The worker takes the code out of the queue, copies the parameters under the lock, lets
-// go of it and talks to the controller through CVQCtrlW. Then it polls the status and publishes it
-// under the lock, where the exports and the hand controller read it.
+// returns. The worker takes the code out of the queue, copies the parameters under the lock,
+// releases the lock and talks to the controller through CVQCtrlW. Then it polls the status and
+// publishes it under the lock. The exports and the hand controller read it there.
 //
-// One object for the life of the library. Any thread may call the public operations. The link to
-// the controller is used by the worker alone while it runs; before and after by Start and Check,
-// one at a time (sessionLock). No lock is held during an exchange but that one. The journal of
-// failed exchanges is written while the worker still runs; its list has a lock of its own.
+// One object for the life of the library. Any thread may call the public operations. Only the
+// worker uses the link to the controller while it runs; before and after that, Start and Check use
+// it, one at a time (sessionLock). No other lock is held during an exchange. End writes the journal
+// of failed exchanges while the worker still runs; the list of the journal has its own lock.
 #pragma once
 
 #include <atomic>
@@ -28,31 +28,31 @@
 class CTelescope : public CThreadCtrl {
  public:
   CTelescope();
-  /// End must have been called: a worker that still runs is waited for.
+  /// Call End first; otherwise the destructor waits for the running worker.
   ~CTelescope() override;
 
   // --- Session (host's thread; blocks) ---------------------------------------------------------
 
   /// Connects and starts the worker. While a session runs, or is being started or ended, it returns
-  /// 0 at once and leaves everything as it is. @return 1 when the session runs.
+  /// 0 at once and changes nothing. @return 1 when the session runs.
   int Start(HWND ownerWindow, const char* newAddress);
-  /// Asks a controller's version without a session; while one runs, or is being started or ended,
-  /// answers at once from its version text and leaves the link, the address and the owner alone.
+  /// Asks a controller's version without a session. While a session runs, or is being started or
+  /// ended, it answers at once from the session's version text and changes neither link nor address
+  /// nor owner.
   /// @param version receives the text, cut to versionSize - 1 characters; may be null
-  /// @param extra its first byte becomes 0; may be null. Both untouched on failure.
+  /// @param extra its first byte becomes 0; may be null. Both are unchanged on failure.
   /// @return 1 when there is a version that is not empty.
   int Check(HWND ownerWindow, const char* newAddress, char* version, size_t versionSize,
             char* extra);
   /// Writes the time-out journal, queues the close and waits for the worker. @return 1.
   int End();
-  /// @return false while a worker runs or a host's thread is inside of Start, Check or End.
+  /// @return false while a worker runs or a host's thread is inside Start, Check or End.
   bool IsIdle() const { return hostCalls == 0 && thread == nullptr; }
 
-  // --- Requests (any thread; all return 1 at once)
-  // ------------------------------------------------
+  // --- Requests (any thread; all return 1 at once) ----------------------------------------------
 
   int Look(const double* radec);  ///< degrees; null repeats the stored target
-  int Sync(const double* radec);  ///< degrees; null takes the stored target
+  int Sync(const double* radec);  ///< degrees; null uses the stored target
   int SetPos(const double* radec);
   int Slew(int32_t direction, int32_t push, int32_t speedStep);
   int Stop();
@@ -66,11 +66,10 @@ class CTelescope : public CThreadCtrl {
   int AlignReset();
   int SetEastWest(int32_t side);
 
-  // --- State (any thread)
-  // --------------------------------------------------------------------------
+  // --- State (any thread) ----------------------------------------------------------------------
 
-  /// @param radec receives right ascension and declination, degrees, in every case
-  /// @return 0 when more than 10 polls in a row failed or there has been no position, else 1.
+  /// @param radec receives right ascension and declination, degrees, also when the result is 0
+  /// @return 0 when more than 10 polls in a row failed or no position has been read, else 1.
   int GetPos(double* radec);
   int GetParking();   ///< the operating flag: 1 when the mount is ready to observe
   int GetStatus();    ///< 1
@@ -92,8 +91,7 @@ class CTelescope : public CThreadCtrl {
   CString GetSiteTextA() { return Copy(&CTelescope::siteTextA); }
   CString GetSiteTextB() { return Copy(&CTelescope::siteTextB); }
 
-  // --- Texts of the host (any thread; return 1)
-  // --------------------------------------------------------
+  // --- Texts of the host (any thread; return 1) ------------------------------------------------
 
   int SetVendor(const char* text) { return Store(&CTelescope::vendor, text); }
   int SetName(const char* text) { return Store(&CTelescope::name, text); }
@@ -101,17 +99,15 @@ class CTelescope : public CThreadCtrl {
   int SetLogPrefix(const char* text) { return Store(&CTelescope::logPrefix, text); }
   int SetIni(const char* file, const char* section);
 
-  // --- Window
-  // ----------------------------------------------------------------------------------------------
+  // --- Window ----------------------------------------------------------------------------------
 
-  /// Says how the hand-controller window is opened; null (as at first) means it is not.
+  /// Sets the function that opens the hand-controller window. Null, the default: no window opens.
   void SetControllerWindowFactory(ControllerWindowFactory factory) { windowFactory = factory; }
-  /// Opens the window anew, on the calling thread, or closes it; closing works on any thread.
+  /// Opens the window again, on the calling thread, or closes it, on any thread.
   /// @return 1.
   int ShowController(bool show);
 
-  // --- Hooks of the worker
-  // -------------------------------------------------------------------------------
+  // --- Hooks of the worker ---------------------------------------------------------------------
 
   void OnReset() override;
   int OnPoll() override;
@@ -186,10 +182,10 @@ class CTelescope : public CThreadCtrl {
   double guideRateB GUARDED_BY(lock) = 1.0;
   double pulseRateA GUARDED_BY(lock) = 1.0;    // east and west
   double pulseRateB GUARDED_BY(lock) = 1.0;    // north and south
-  int32_t spare = 0;                           // carried along, never used
+  int32_t spare = 0;                           // fixed layout, never used
   int32_t pulseMs[4] GUARDED_BY(lock) = {};    // north, south, east, west
   int64_t siteTimeStamp GUARDED_BY(lock) = 0;  // seconds since 1970 at the last BaseSetting
-  int32_t processFlag GUARDED_BY(lock) = 0;    // cleared in every cycle; nothing reads it
+  int32_t processFlag GUARDED_BY(lock) = 0;    // cleared in every cycle; never read
   CString versionText GUARDED_BY(lock);
   CString spareText1 GUARDED_BY(lock);
   CString spareText2 GUARDED_BY(lock);
@@ -208,8 +204,8 @@ class CTelescope : public CThreadCtrl {
   CString logPrefix GUARDED_BY(lock);
 
   ControllerWindowFactory windowFactory = nullptr;
-  bool sessionActive GUARDED_BY(lock) = false;  // from the begin of Start to the end of End
+  bool sessionActive GUARDED_BY(lock) = false;  // from the start of Start to the end of End
   CString sessionVersion GUARDED_BY(lock);      // empty until the session's controller has answered
   CCriticalSection sessionLock;                 // one of Start, Check and End at a time
-  std::atomic<int32_t> hostCalls = 0;           // threads inside of Start, Check or End
+  std::atomic<int32_t> hostCalls = 0;           // threads inside Start, Check or End
 };

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The vocabulary of the engine's queue.
+// The commands in the engine's queue.
 #pragma once
 
 #include <cstdint>
 
-/// 8 and 10 are not used; a code that is none of these is dropped.
+/// Codes 8 and 10 are not used. The worker drops unknown codes.
 enum TelescopeCommand : int32_t {
   kCommandNone = 0,  ///< the queue was empty
   kCommandSiteAndClock = 1,

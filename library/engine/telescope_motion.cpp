@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Everything that moves the mount: the host's halves store and queue, the worker's halves send.
+// All motion requests: the functions for the host store and queue, those for the worker send.
 #include <algorithm>
 #include <climits>
 #include <iterator>
@@ -17,7 +17,7 @@ constexpr int32_t kPulseGapMs = 50;
 
 }  // namespace
 
-// --- Host's halves -----------------------------------------------------------------------------
+// --- Called by the host -----------------------------------------------------------------------
 
 int CTelescope::Look(const double* radec) {
   const CSingleLock guard(lock);
@@ -65,7 +65,7 @@ int CTelescope::Stop() {
   }
   CommandQueue.RemoveAll();
   Enqueue(kCommandStop);
-  // The thread that ends the session waits for the worker to take this one.
+  // The thread that ends the session waits until the worker has taken this request.
   if (closing) Enqueue(kCommandClose);
   return 1;
 }
@@ -109,7 +109,7 @@ void CTelescope::StoreTarget(const double* radec) {
   targetValid = 1;
 }
 
-// --- Worker's halves ---------------------------------------------------------------------------
+// --- Called by the worker ---------------------------------------------------------------------
 
 bool CTelescope::CopyTarget(double* radec) {
   const CSingleLock guard(lock);
@@ -142,7 +142,7 @@ void CTelescope::PerformStop() {
 }
 
 void CTelescope::PerformHandMove() {
-  // The flags of now, not those of the moment the code was queued.
+  // The current flags, not those from when the code was queued.
   Lock();
   const int32_t step = handSpeed;
   const HandMoveFlags flags = {handNorth, handSouth, handEast, handWest};
@@ -168,7 +168,7 @@ void CTelescope::PerformGuidePulses() {
   const double rateB = pulseRateB;
   std::copy(std::begin(pulseMs), std::end(pulseMs), lengthsMs);
   Unlock();
-  // North, south, east, west. East is negative here, although it is positive in a hand move.
+  // North, south, east, west. East is negative here, but positive in a hand move.
   const double raRates[4] = {0.0, 0.0, -rateA, rateA};
   const double decRates[4] = {rateB, -rateB, 0.0, 0.0};
   for (int direction = 0; direction < 4; ++direction) {

@@ -18,7 +18,7 @@ int CTelescope::OnProcess() {
     try {
       Perform(code);
     } catch (...) {
-      // No memory. The request is lost, as one that the controller did not answer.
+      // Out of memory. The request is lost, as if the controller had not answered.
     }
   }
   const CSingleLock guard(lock);
@@ -34,7 +34,7 @@ int CTelescope::OnPoll() {
   try {
     success = device.ReadStatus(radec, &state, &ready);
   } catch (...) {
-    // No memory: a poll that failed.
+    // Out of memory: counts as a failed poll.
   }
   if (success == 0) {
     ++PollFailCount;
@@ -60,7 +60,7 @@ int CTelescope::EnqueueAlone(int32_t code) {
   return 1;
 }
 
-// @param last becomes true when the code taken was the only one
+// @param last becomes true if this was the only code
 int32_t CTelescope::TakeCommand(bool& last) {
   const CSingleLock guard(lock);
   if (CommandQueue.IsEmpty()) return kCommandNone;
@@ -70,7 +70,7 @@ int32_t CTelescope::TakeCommand(bool& last) {
   return code;
 }
 
-// The results are not looked at: the next poll shows the mount's real state.
+// The results are ignored: the next poll shows the mount's actual state.
 void CTelescope::Perform(int32_t code) {
   CString reply;
   switch (code) {

@@ -11,7 +11,7 @@
 
 namespace {
 
-// Counts a host's thread that is inside of Start, Check or End.
+// Counts the host's threads inside Start, Check and End.
 class CHostCall {
  public:
   explicit CHostCall(std::atomic<int32_t>& count) : m_count(count) { ++m_count; }
@@ -23,9 +23,9 @@ class CHostCall {
   std::atomic<int32_t>& m_count;
 };
 
-// Closes the link when an attempt to connect is over: nobody answered, or there was no memory for
-// one of its exchanges. A link that stayed open would stay bound to that address, and a host that
-// corrects the address could never connect.
+// Closes the link after a failed attempt to connect: the controller did not answer, or an exchange
+// ran out of memory. An open link would stay bound to that address, and a host that corrects the
+// address could never connect.
 class CLinkCloser {
  public:
   explicit CLinkCloser(CVQCtrlW& device) : m_device(&device) {}
@@ -41,11 +41,11 @@ class CLinkCloser {
   CVQCtrlW* m_device;
 };
 
-// Kept by the session and never used: the controller listens on a port of its own.
+// Stored by the session and never used: the controller listens on a fixed port.
 constexpr int32_t kOpenPort = 80;
 constexpr int32_t kOpenArg = 0;
 
-// Hands a version to the caller of a check, unless there is none.
+// Copies a version to the caller of a check, unless it is empty.
 int AnswerCheck(const CString& text, char* version, size_t versionSize, char* extra) {
   if (text.IsEmpty()) return 0;
   if (version != nullptr && versionSize > 0) {
@@ -62,7 +62,7 @@ int AnswerCheck(const CString& text, char* version, size_t versionSize, char* ex
 int CTelescope::Start(HWND ownerWindow, const char* newAddress) {
   const CHostCall call(hostCalls);
   if (!BeginSession()) return 0;
-  // A probe or an end that runs on another thread finishes first.
+  // A probe or an end on another thread finishes first.
   const CSingleLock oneAtATime(sessionLock);
   if (thread != nullptr) return 0;
   MarkSession(true);
@@ -72,7 +72,7 @@ int CTelescope::Start(HWND ownerWindow, const char* newAddress) {
     address = newAddress;
     result = StartThread();
   } catch (...) {
-    // No memory: nothing was started, and the next attempt must find it so.
+    // Out of memory: nothing was started, and the state must say so for the next attempt.
     result = 0;
   }
   if (thread == nullptr) {
@@ -149,7 +149,7 @@ void CTelescope::MarkSession(bool active) {
   sessionVersion.Empty();
 }
 
-// Both in one, or the version could be that of a session which began in between.
+// One lock for both: otherwise the version could belong to a session that began in between.
 bool CTelescope::InSession(CString& version) {
   const CSingleLock guard(lock);
   version = sessionVersion;
@@ -161,7 +161,7 @@ void CTelescope::StoreSessionVersion(const CString& version) {
   sessionVersion = version;
 }
 
-// The controller answered, but the system had no thread to give.
+// The controller answered, but the system could not create a thread.
 void CTelescope::UndoStart() {
   {
     const CSingleLock guard(lock);
@@ -172,7 +172,7 @@ void CTelescope::UndoStart() {
 }
 
 int CTelescope::Probe(char* version, size_t versionSize, char* extra) {
-  // A text of its own: a start that waits for this probe is a session already, for other checks.
+  // A local text: to other checks, a start that waits for this probe already is a session.
   CString text;
   {
     const CLinkCloser closer(device);
@@ -195,6 +195,6 @@ void CTelescope::WriteJournal() {
     const CString prefix = Copy(&CTelescope::logPrefix);
     device.WriteTimeOutErrors(folder, prefix);
   } catch (...) {
-    // No local time to name it by, or no memory: neither may keep the session from ending.
+    // No local time for the file name, or no memory: neither may keep the session from ending.
   }
 }

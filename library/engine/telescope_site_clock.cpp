@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the host tells the controller besides motion, and what is read back for the detail window.
+// Sends site and clock to the controller, and reads them back for the detail window.
 #include <cmath>
 #include <ctime>
 
