@@ -4,8 +4,9 @@
 
 #include "library/api/module_frame.h"
 
-// Of the compiler's own library, which declares it nowhere: gives back the store that it keeps for
-// exceptions when no memory is left. This library holds a copy of it, 73 KiB at every load.
+// From the compiler's runtime library, which declares it in no header: frees the memory that it
+// reserves for exceptions thrown without memory. This library holds a copy of it, 73 KiB at every
+// load.
 namespace __gnu_cxx {
 void __freeres() noexcept;
 }

@@ -11,10 +11,10 @@
 namespace {
 
 // How long unloading waits for a window's thread that is in the library. Painting takes some
-// milliseconds; a longer wait would only tell that the two wait for each other.
+// milliseconds; a longer wait would mean a deadlock between the two.
 constexpr DWORD kCallsTimeoutMs = 2000;
 
-// In this order: the engine is there before the application object and goes after it.
+// In this order: the engine is built before the application object and destroyed after it.
 CModuleObject<CTelescope> engineObject;
 CModuleObject<CVelquinApp> appObject;
 
@@ -38,8 +38,8 @@ void ModuleDetaching(bool processEnds) {
     return;
   }
   AfxSetUnloading();
-  // The window goes before the brushes it is painted with. At the end of the process a thread that
-  // was stopped may hold the engine's lock.
+  // The window closes before its brushes are deleted. At the end of the process, a stopped thread
+  // may hold the engine's lock.
   if (!processEnds) {
     TheTelescope().ShowController(false);
     AfxLetCallsReturn(kCallsTimeoutMs);

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-// The library's two static objects and what happens to them at load and unload.
+// The library's two static objects, and their work at load and unload.
 #pragma once
 
 class CTelescope;
 
-/// The one engine; lives as long as the library is loaded.
+/// The only engine; lives as long as the library is loaded.
 CTelescope& TheTelescope();
 
-/// At load, after the static objects were made. @return false makes the load fail.
+/// At load, after the static objects were built. @return false makes the load fail.
 bool ModuleAttached();
 
-/// At unload, before the static objects are destroyed. @param processEnds every other thread has
-/// been stopped already; if one of them was at work here, everything is left to the system.
+/// At unload, before the static objects are destroyed. @param processEnds the system has already
+/// stopped every other thread. If one of them was inside the library, nothing is cleaned up.
 void ModuleDetaching(bool processEnds);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// CModuleObject: a static object of the library that may be left alone at the end of the process.
-// Then the system has already stopped every other thread, perhaps in the middle of the heap or with
-// a lock held; running destructors over that could hang the host, and the system takes all back
-// anyway. Built and destroyed in the order of the other static objects.
+// CModuleObject: a static object of the library that can skip its destructor at the end of the
+// process. By then the system has stopped every other thread, perhaps inside the heap or with a
+// lock held. Destructors could then hang the host, and the system frees everything anyway. Built
+// and destroyed in the order of the other static objects.
 #pragma once
 
 #include <new>

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
-// CStringSep for hosts of Microsoft's compiler: the class's nine members with the calls that this
-// compiler makes, which velquin.def exports under the names that it gives them. They differ from
-// this compiler's own members in three ways:
-//  - the object comes first and the place for a returned object second, and that is returned
-//  - who is called destroys the objects that are given by value; they come as pointers to them
+// CStringSep for hosts built with Microsoft's compiler: the nine members of the class with that
+// compiler's calling convention. velquin.def exports them under its names. They differ from the
+// members that this compiler makes in three ways:
+//  - the object is the first argument, and the place for a returned object is the second; the
+//    member returns that place
+//  - the callee destroys objects that are passed by value; they arrive as pointers
 //  - a constructor returns its object
 //
-// A host's string has the bytes of a CString and names its own manager in front of its text, so it
-// is taken over as it is: never copied, neither shared nor kept, and given back to that manager.
-// That holds for a text whose buffer is locked, too. The fields are copies of pieces, always in
-// this library's memory.
+// A host's string has the bytes of a CString and names its own manager in front of its text. So the
+// library takes it over as it is: it does not copy, share or keep the string, and frees it through
+// that manager. That includes a text whose buffer is locked. The fields are copies of pieces,
+// always in this library's memory.
 #include <cstdint>
 #include <memory>
 #include <new>
@@ -23,7 +24,7 @@ static_assert(sizeof(CString) == 8 && sizeof(CArray<CString, CString&>) == 40 &&
 
 namespace {
 
-// Destroys what a host gave by value: its place is empty afterwards, and nobody looks there again.
+// Destroys an argument that the host passed by value; nothing uses its place afterwards.
 CString Taken(CString* given) {
   CString taken(std::move(*given));
   std::destroy_at(given);

@@ -8,8 +8,8 @@
 
 namespace {
 
-// Runs one call of a host in the library's module state. Nothing may be thrown into the host,
-// which may be written in another language; all that could be is a lack of memory.
+// Runs one call of a host in the library's module state. No exception may reach the host, which may
+// be written in another language; the only possible one is a lack of memory.
 template <typename Body>
 int32_t Call(Body body) noexcept {
   AFX_MANAGE_STATE(AfxGetStaticModuleState());

@@ -21,8 +21,9 @@ int CVelquinApp::ExitInstance() {
 }
 
 int CVelquinApp::DoMessageBox(LPCSTR prompt, UINT type, UINT) {
-  // In place of a main window, which the library has not, the calling thread's active one: a window
-  // that asks waits for the answer. The worker has none, so its boxes block nobody else.
+  // The library does not have a main window, so the parent is the active window of the calling
+  // thread: it is disabled until the user answers. The worker has no window, so its boxes block no
+  // other window.
   COrlMessageBox box(::GetActiveWindow(), prompt, type);
   return static_cast<int>(box.DoModal());
 }
