@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// How a caption that is too long is cut. Measuring is left to the caller, so that the rule can be
-// tested without a screen.
+// How a caption that is too long is shortened. The caller measures the text, so that tests of this
+// rule need no screen.
 #pragma once
 
 #include <functional>
@@ -8,8 +8,9 @@
 #include "framework/base/cstring.h"
 #include "framework/win/windows_base.h"
 
-/// @param limit pixels that there are @param width pixels of a text
-/// @return the text when it fits, else its longest beginning that fits with "..." behind it, found
-///         by growing it character by character; nothing when not even one character does.
+/// @param limit available pixels @param width returns the width of a text in pixels
+/// @return the text if it fits, else its longest beginning that fits followed by "...". The
+///         beginning grows character by character; the result is empty if not even one character
+///         fits.
 CString CutCaption(const CString& text, LONG limit,
                    const std::function<LONG(const CString&)>& width);

@@ -5,7 +5,7 @@
 #include "framework/win/windows_base.h"
 
 inline constexpr COLORREF kColourBlack = RGB(0, 0, 0);
-inline constexpr COLORREF kColourDark = RGB(34, 34, 34);  // dialog and control grounds
+inline constexpr COLORREF kColourDark = RGB(34, 34, 34);  // backgrounds of dialogs and controls
 inline constexpr COLORREF kColourText = RGB(180, 180, 180);
 inline constexpr COLORREF kColourDisabledText = RGB(107, 107, 107);
 inline constexpr COLORREF kColourFocusedText = RGB(0, 182, 157);

@@ -6,9 +6,9 @@
 
 namespace {
 
-// The speed slider runs the common controls' code until the window's thread has taken it down,
-// which on another thread is after this library has gone; and nobody else may have that code
-// loaded.
+// Keeps the common controls loaded. The speed slider runs their code until the window's thread has
+// destroyed it. On another thread that is after this library is unloaded, and the rest of the
+// process may not have loaded that code.
 void KeepControlsLoaded() {
   HMODULE controls = nullptr;
   ::GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_PIN, "comctl32.dll", &controls);
@@ -18,10 +18,10 @@ void KeepControlsLoaded() {
 
 IControllerWindow* CControllerWindow::Open(CTelescope& engine, const CString& vendor,
                                            const CString& name, HWND owner) {
-  // Registers the trackbar's class with the system; more than once does no harm.
+  // Registers the trackbar's class with the system; repeated calls do no harm.
   INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_BAR_CLASSES};
   ::InitCommonControlsEx(&classes);
-  // The host's window may have gone since it was handed over.
+  // The host may have destroyed its window since it passed the handle.
   HWND parent = ::IsWindow(owner) ? owner : nullptr;
   auto* dialog = new CDlgController(&engine, vendor, name, parent);
   dialog->HoldByCaller();

@@ -33,8 +33,8 @@ CDlgController::CDlgController(CTelescope* newEngine, const CString& vendor, con
       vendorText(vendor),
       titleText(title) {}
 
-// While this is still the dialog: a message that comes in as the window goes must not meet a
-// half-destroyed object.
+// Runs while the object is still a CDlgController: a message that arrives while the window is
+// destroyed must not reach a half-destroyed object.
 CDlgController::~CDlgController() {
   DestroyWindow();
 }
@@ -108,12 +108,12 @@ void CDlgController::OnGoto() {
 
 void CDlgController::OnSync() {
   if (AfxMessageBox(kTextSyncQuestion, MB_OKCANCEL) != IDOK) return;
-  // The connection may have ended while the question stood there.
+  // The connection may have ended while the question was open.
   if (CTelescope* const telescope = engine; telescope != nullptr) telescope->Sync(nullptr);
 }
 
 void CDlgController::OnStop() {
-  // Any answer counts: held now, or pressed since the last question.
+  // Any answer counts: held now, or pressed since the last call.
   if (::GetAsyncKeyState(VK_CONTROL) != 0) {
     ShowDetail();
   } else if (CTelescope* const telescope = engine; telescope != nullptr) {

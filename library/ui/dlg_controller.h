@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // CDlgController: the hand-controller window. Modeless; CControllerWindow opens and closes it for
-// the engine. Every control ends in one call of the engine.
+// the engine. Every control makes one call of the engine.
 //
-// The direction buttons are not clicked but watched: a timer looks every 100 ms which are held,
-// tells the engine so each time, and tells it once when one has been let go.
+// The direction buttons do not handle clicks. Every 100 ms a timer reads which buttons are held and
+// calls the engine for each of them, and once more when a button is released.
 #pragma once
 
 #include <array>
@@ -22,7 +22,7 @@ class CDlgController : public COrlDialog {
   CDlgController(CTelescope* newEngine, const CString& vendor, const CString& title, HWND parent);
   ~CDlgController() override;
 
-  /// From now on the controls do nothing. Any thread; a call that is under way is not waited for.
+  /// From now on the controls do nothing. Any thread; does not wait for a call in progress.
   void LeaveEngine() { engine = nullptr; }
 
  protected:
@@ -49,8 +49,8 @@ class CDlgController : public COrlDialog {
   std::atomic<CTelescope*> engine;
   std::array<int32_t, kDirections> pressed = {};
   std::array<int32_t, kDirections> previouslyPressed = {};
-  CString vendorText;  // kept, not shown
-  CString titleText;   // the caption when it is not empty
+  CString vendorText;  // stored, not shown
+  CString titleText;   // the caption, unless it is empty
   std::array<COrlButton, kDirections> directionButtons;
   COrlSlider speedSlider;
   COrlButton gotoButton;

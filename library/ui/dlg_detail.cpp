@@ -23,8 +23,8 @@ BOOL CDlgDetail::OnInitDialog() {
   edit1.AttachEdit(IDC_DETAIL_LINE1, this);
   edit2.AttachEdit(IDC_DETAIL_LINE2, this);
   edit3.AttachEdit(IDC_DETAIL_LINE3, this);
-  // The template's close button has another number, so it stays a plain one; the window is closed
-  // by its caption or Esc.
+  // The template's close button has another number, so it stays a plain one. The caption or Esc
+  // closes the window.
   closeButton.AttachButton(IDOK, this);
   BuildLines();
   UpdateData(FALSE);

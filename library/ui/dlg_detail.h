@@ -14,7 +14,8 @@ class CDlgDetail : public COrlDialog {
  public:
   explicit CDlgDetail(HWND parent);
 
-  /// Says whose texts are shown; before DoModal. @param newEngine not owned; null shows empty lines
+  /// Sets the source of the texts; call before DoModal. @param newEngine not owned; null: empty
+  /// lines
   void SetEngine(CTelescope* newEngine) { engine = newEngine; }
 
  protected:

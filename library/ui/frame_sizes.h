@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The widths of the frame that the library paints, in pixels, from the system's metrics.
+// The widths of the painted frame, in pixels, from the system's metrics.
 #pragma once
 
 #include "framework/win/windows_base.h"

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Blue, green, red and opacity, as the system keeps the pixels of an icon.
+// Blue, green, red and opacity, as the system stores the pixels of an icon.
 using Pixel = RGBQUAD;
 
 BYTE Between(BYTE first, BYTE second, int share) {
@@ -27,7 +27,7 @@ BITMAPINFO Format(const SIZE& size) {
   BITMAPINFO format = {};
   format.bmiHeader.biSize = sizeof format.bmiHeader;
   format.bmiHeader.biWidth = size.cx;
-  format.bmiHeader.biHeight = -size.cy;  // the first row is the upper one
+  format.bmiHeader.biHeight = -size.cy;  // the first row is the top one
   format.bmiHeader.biPlanes = 1;
   format.bmiHeader.biBitCount = 32;
   return format;
@@ -56,11 +56,11 @@ HICON MakeGreyIcon(HICON icon, COLORREF dark, COLORREF bright) {
   const SIZE size = colours.GetBitmapSize();
   std::vector<Pixel> pixels = PixelsOf(screen, colours, size);
   const std::vector<Pixel> transparent = PixelsOf(screen, mask, size);
-  // An icon has opacity of its own when any pixel has some; only else its mask counts.
+  // An icon has an opacity channel if any of its pixels has opacity; otherwise its mask counts.
   const bool hasOpacity =
       std::any_of(pixels.begin(), pixels.end(), [](const Pixel& p) { return p.rgbReserved != 0; });
   for (size_t i = 0; i < pixels.size(); ++i) {
-    // What the mask leaves transparent must stay black, or it would change what lies below.
+    // Pixels that the mask makes transparent must stay black, or they would change what lies below.
     if (!hasOpacity && transparent[i].rgbRed != 0) continue;
     pixels[i] = Shade(pixels[i], dark, bright);
   }

@@ -4,7 +4,7 @@
 
 #include "framework/win/windows_base.h"
 
-/// Makes a copy of an icon in shades between two colours: its dark parts take the first, its bright
-/// parts the second; the transparent parts stay.
-/// @return a new icon, owned by the caller; null when there is no icon or it has no colours.
+/// Copies an icon in shades between two colours: dark parts take the first, bright parts the
+/// second. Transparent parts stay transparent.
+/// @return a new icon, owned by the caller; null if there is no icon or it has no colours.
 HICON MakeGreyIcon(HICON icon, COLORREF dark, COLORREF bright);

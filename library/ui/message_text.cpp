@@ -5,16 +5,16 @@
 
 namespace {
 
-// @return how many bytes the character has that begins at a place of a text
+// @return the number of bytes of the character that begins at a position of a text
 int BytesOfCharacter(const CString& text, int at, bool isUtf8) {
   if (!isUtf8) return ::IsDBCSLeadByte(static_cast<BYTE>(text.GetAt(at))) ? 2 : 1;
   int end = at + 1;
-  while ((text.GetAt(end) & 0xC0) == 0x80) ++end;  // ends at the NUL at the latest
+  while ((text.GetAt(end) & 0xC0) == 0x80) ++end;  // stops at the NUL at the latest
   return end - at;
 }
 
-// Breaks one line before each character at which its running width passes the limit.
-// @param total its unbroken width
+// Breaks one line before each character at which its running width exceeds the limit.
+// @param total the width of the unbroken line
 CString BreakLine(const CString& line, const std::function<LONG(char)>& byteWidth,
                   const std::function<LONG(const CString&)>& utf8Width, LONG& total) {
   CString broken;
@@ -29,7 +29,7 @@ CString BreakLine(const CString& line, const std::function<LONG(char)>& byteWidt
       running += width;
       if (running <= kMessageLineLimit) return;
       breaks = true;
-      running = 0;  // not this width: a piece begins as if it were empty
+      running = 0;  // not this width: each piece begins as if it were empty
     };
     if (utf8Width != nullptr) {
       add(utf8Width(character));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// How a message is broken into lines and how large it becomes. Measuring is left to the caller, so
-// that the rules can be tested without a screen.
+// How a message is broken into lines, and the size of the result. The caller measures the text, so
+// that tests of these rules need no screen.
 #pragma once
 
 #include <functional>
@@ -9,20 +9,18 @@
 #include "framework/win/geometry.h"
 
 struct MessageText {
-  CString text;  ///< with the line breaks that were put in; every line ends with "\n"
+  CString text;  ///< with the inserted line breaks; every line ends with "\n"
   LONG width;    ///< pixels
-  LONG
-      lines;  ///< lines to make room for; a line that is too long counts as two, however long it is
+  LONG lines;    ///< lines to reserve; a line that is too long counts as two, at any length
 };
 
-/// The widest a line may become before it is broken.
+/// The maximum width of a line; longer lines are broken.
 inline constexpr LONG kMessageLineLimit = 600;  // pixels
 
-/// Lays a message out.
-/// @param byteWidth pixels of one byte by itself; a double-byte character counts as two
+/// Lays out a message.
+/// @param byteWidth pixels of a single byte; a double-byte character counts as two
 /// @param minimumWidth pixels
-/// @param utf8Width given when the message is in UTF-8, whose bytes have no widths: pixels of one
-///        character
+/// @param utf8Width for a message in UTF-8, whose bytes have no widths: pixels of one character
 MessageText LayOutMessage(const CString& message, const std::function<LONG(char)>& byteWidth,
                           LONG minimumWidth,
                           const std::function<LONG(const CString&)>& utf8Width = nullptr);

@@ -6,13 +6,13 @@
 
 namespace {
 
-// Bottom and top colour of a push button's ground.
+// Bottom and top colour of a push button's background.
 struct Ground {
   COLORREF bottom;
   COLORREF top;
 };
 
-// What counts most comes first: a pressed button is usually focused too.
+// The most important state comes first: a pressed button is usually focused too.
 Ground GroundOfState(UINT state) {
   if (state & ODS_SELECTED) return {RGB(91, 71, 71), RGB(105, 85, 85)};
   if (state & ODS_FOCUS) return {RGB(58, 52, 52), RGB(72, 67, 67)};
@@ -71,7 +71,7 @@ BOOL COrlButton::OnEraseBkgnd(HDC) {
   return TRUE;
 }
 
-// So that two quick clicks are two presses.
+// Makes two quick clicks two presses.
 void COrlButton::OnLButtonDblClk(UINT flags, CPoint point) {
   SendMessage(WM_LBUTTONDOWN, flags, MAKELPARAM(point.x, point.y));
 }
@@ -85,7 +85,7 @@ void COrlButton::OnKeyDown(UINT key) {
   Default();
 }
 
-// A modal dialog would take Enter for its default button, also when another one has the focus.
+// A modal dialog would otherwise give Enter to its default button while another one has the focus.
 LRESULT COrlButton::OnGetDlgCode(WPARAM, LPARAM lParam) {
   const auto* message = reinterpret_cast<const MSG*>(lParam);
   const bool isEnter =
@@ -131,8 +131,8 @@ void COrlButton::DrawPushButton(CDC& dc) {
   DrawButtonText(dc, itemRect, disabled ? disabledText : enabledText);
 }
 
-// The owner-drawn style has bit 0 set, so no button of the library comes here; the look and its two
-// messages belong to the family all the same.
+// No button of the library gets here, because the owner-drawn style has bit 0 set. The look and its
+// two messages are still part of the class family.
 void COrlButton::DrawCheckBox(CDC& dc) {
   AfxMessageBox("checkbox.");
   const UINT state = drawRequest->itemState;

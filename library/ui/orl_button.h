@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// COrlButton: a push button in the dark look. It takes over a button of a dialog and makes it
-// owner-drawn; behaviour stays the system's. UI thread only.
+// COrlButton: a push button in the dark look. It subclasses a button of a dialog and makes it
+// owner-drawn; it behaves as the system's button. UI thread only.
 #pragma once
 
 #include "framework/win/controls.h"
@@ -11,18 +11,18 @@ class COrlButton : public CButton, public COrlDialogBase {
  public:
   ~COrlButton() override;
 
-  /// Takes over the parent's control. @param spare, spareFlag kept, never read
-  /// @return FALSE, and nothing changes, when the parent has no such control.
+  /// Takes over the parent's control. @param spare, spareFlag stored, never read
+  /// @return FALSE, and changes nothing, if the parent does not have the control.
   BOOL AttachButton(UINT id, const CWnd* parent, int32_t spare, COLORREF normal, COLORREF disabled,
                     COLORREF focused, int32_t spareFlag);
-  /// The same with the colours of the library's dialogs.
+  /// The same, with the colours of the library's dialogs.
   BOOL AttachButton(UINT id, const CWnd* parent) {
     return AttachButton(id, parent, 0, kColourText, kColourDisabledText, kColourFocusedText, 1);
   }
 
-  /// Shows an icon in place of the text. @param icon stays the caller's @param size pixels
+  /// Shows an icon instead of the text. @param icon owned by the caller @param size pixels
   void SetButtonIcon(HICON icon, CSize size);
-  /// Draws the button pressed whatever its state.
+  /// Draws the button as pressed in every state.
   void SetForcedPressed(bool pressed);
 
  protected:
@@ -43,8 +43,8 @@ class COrlButton : public CButton, public COrlDialogBase {
 
   static constexpr int kTextSize = 512;
 
-  char text[kTextSize] = {};  // of the window, taken at each draw
-  CRect focusRect;            // the item, 4 pixels smaller on every side
+  char text[kTextSize] = {};  // the window's text, read at each draw
+  CRect focusRect;            // the item's rectangle, 4 pixels smaller on every side
   CRect itemRect;
   DRAWITEMSTRUCT* drawRequest = nullptr;  // valid during one draw
   HDC drawDc = nullptr;                   // valid during one draw

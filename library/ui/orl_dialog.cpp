@@ -29,7 +29,8 @@ BOOL COrlDialog::Create() {
   return CDialog::Create(ownTemplate, ownParent);
 }
 
-// The template gave the window the system's frame; it grows to its own around the same client area.
+// The template gave the window the system's frame. It grows to the painted frame, around the same
+// client area.
 BOOL COrlDialog::OnInitDialog() {
   if (!systemLook) {
     const CRect wanted = GetClientRect();
@@ -59,8 +60,8 @@ BOOL COrlDialog::OnNcActivate(bool active) {
   return TRUE;
 }
 
-// Where the system's frame is narrower than the bands that are painted (tool windows, the classic
-// look), they would lie half below the client area and with them the close box.
+// If the system's frame is narrower than the painted bands (tool windows, the classic look), the
+// bands and the close box would lie half below the client area.
 LRESULT COrlDialog::OnNcCalcSize(WPARAM, LPARAM lParam) {
   RECT& client = *reinterpret_cast<RECT*>(lParam);
   const RECT window = client;
@@ -78,10 +79,10 @@ LRESULT COrlDialog::OnNcHitTest(CPoint screen) {
   const LRESULT button = caption.HitTest(m_hWnd, screen);
   if (button != HTNOWHERE) return button;
   const LRESULT hit = Default();
-  // The system takes what its own frame would leave for nobody's.
+  // The system counts the part of the band outside its own frame as no part of the window.
   const CRect window = GetWindowRect();
   const CRect band(window.left, window.top, window.right, window.top + FrameSizes().band);
-  // The system's own buttons are not where the painted ones are.
+  // The painted buttons are not at the place of the system's buttons.
   const bool isSystemButton = hit == HTCLOSE || hit == HTMINBUTTON || hit == HTMAXBUTTON;
   const bool belongsToNone = hit == HTNOWHERE || hit == HTERROR || isSystemButton;
   return belongsToNone && band.PtInRect(screen) ? HTCAPTION : hit;
@@ -93,7 +94,7 @@ void COrlDialog::OnNcMouseMove(UINT hit, CPoint) {
     TRACKMOUSEEVENT track = {sizeof track, TME_NONCLIENT | TME_HOVER | TME_LEAVE, m_hWnd, kHoverMs};
     ::TrackMouseEvent(&track);
   }
-  // Over its own buttons the system would draw its own hot ones.
+  // Over its own buttons the system would draw them highlighted.
   if (!CPaintCaption::IsButton(hit)) Default();
 }
 
@@ -112,7 +113,7 @@ void COrlDialog::OnNcLButtonDown(UINT hit, CPoint) {
   if (!caption.ButtonPressed(m_hWnd, hit)) Default();
 }
 
-// A second press soon after the first is a press like any other.
+// A second press soon after the first is an ordinary press.
 LRESULT COrlDialog::OnNcLButtonDblClk(WPARAM wParam, LPARAM) {
   return caption.ButtonPressed(m_hWnd, static_cast<LRESULT>(wParam)) ? 0 : Default();
 }

@@ -13,7 +13,7 @@ class COrlDialog : public CDialog, public COrlDialogBase {
   COrlDialog(UINT templateId, HWND parent);
 
   using CDialog::Create;
-  /// Makes the dialog modeless from the template and with the parent of construction.
+  /// Creates the dialog modeless, with the template and parent of the constructor.
   BOOL Create();
 
  protected:

@@ -35,7 +35,7 @@ BevelColours ColoursOfBevel(int style) {
   }
 }
 
-// A polyline of one colour; its last point is not painted by the system, so it is set apart.
+// A polyline of one colour. The system does not paint its last point, so that is set separately.
 void PaintPolyline(CDC& dc, const POINT (&points)[3], COLORREF colour) {
   const CPen pen(PS_SOLID, 1, colour);
   const CSelectedObject selected(dc, pen.GetSafeHandle());
@@ -50,7 +50,7 @@ void PaintRing(CDC& dc, const RECT& rect, COLORREF bottomRight, COLORREF topLeft
   PaintPolyline(dc, {{rect.left, bottom}, {rect.left, rect.top}, {right, rect.top}}, topLeft);
 }
 
-// One channel of a gradient; its low eight bits are kept.
+// One channel of a gradient; the low eight bits count.
 BYTE Channel(BYTE first, BYTE second, LONG extent, LONG i) {
   const double step = extent == 0 ? 0.0 : static_cast<double>(second - first) / extent;
   return static_cast<BYTE>(first + static_cast<int>(i * step));
@@ -62,7 +62,7 @@ COLORREF GradientColour(COLORREF first, COLORREF second, LONG extent, LONG i) {
              Channel(GetBValue(first), GetBValue(second), extent, i));
 }
 
-// The message that the library cannot start is shown before there are brushes, and at the end of a
+// The message that the library cannot start appears before the brushes exist. At the end of a
 // process a window may outlive them.
 HBRUSH HandleOf(const CBrush* brush) {
   return brush == nullptr ? static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)) : *brush;

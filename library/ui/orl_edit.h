@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// COrlEdit: an edit control with an engraved frame; its colours come from the dialog. UI thread
-// only.
+// COrlEdit: an edit control with an engraved frame. The dialog sets its colours. UI thread only.
 #pragma once
 
 #include "framework/win/controls.h"
@@ -8,7 +7,7 @@
 
 class COrlEdit : public CEdit, public COrlDialogBase {
  public:
-  /// Takes over the parent's control. @return FALSE when there is none.
+  /// Takes over the parent's control. @return FALSE if it does not exist.
   BOOL AttachEdit(UINT id, const CWnd* parent) { return SubclassDlgItem(id, parent); }
 
  protected:

@@ -9,7 +9,7 @@ namespace {
 constexpr COLORREF kFrameLight = RGB(92, 92, 92);
 constexpr int kTextIndent = 6;  // pixels
 
-// A closed frame one pixel wide along the inside of a rectangle.
+// Draws a closed frame one pixel wide along the inside of a rectangle.
 void PaintFrame(CDC& dc, const CRect& rect, COLORREF colour) {
   const LONG right = rect.right - 1;
   const LONG bottom = rect.bottom - 1;
@@ -56,7 +56,7 @@ void COrlGroupBox::OnPaint() {
 CRect COrlGroupBox::PlaceText(CDC& dc, const CString& text) const {
   CRect rect;
   dc.DrawText(text.IsEmpty() ? CString(" ") : text, rect, DT_SINGLELINE | DT_CALCRECT);
-  const bool centred = (GetStyle() & BS_CENTER) != 0;  // right-aligned has one of its two bits
+  const bool centred = (GetStyle() & BS_CENTER) != 0;  // right-aligned has one of the two bits
   rect.OffsetRect(centred ? (GetClientRect().Width() - rect.Width()) / 2 : kTextIndent, 0);
   return rect;
 }
@@ -72,7 +72,7 @@ LRESULT COrlGroupBox::OnSetText(WPARAM, LPARAM) {
   return result;
 }
 
-// The box has no ground of its own: only the dialog can wipe the text that was there before.
+// The box has no background: only the dialog can erase its previous text.
 void COrlGroupBox::RepaintWithGround() const {
   CRect place = GetWindowRect();
   ::MapWindowPoints(nullptr, GetParent(), reinterpret_cast<POINT*>(&place), 2);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// COrlGroupBox: a group box in the dark look: a text and an etched frame. The ground stays the
+// COrlGroupBox: a group box in the dark look: a text and an etched frame. The background is the
 // dialog's. UI thread only.
 #pragma once
 
@@ -8,7 +8,7 @@
 
 class COrlGroupBox : public CButton, public COrlDialogBase {
  public:
-  /// Takes over the parent's control. @return FALSE when there is none.
+  /// Takes over the parent's control. @return FALSE if it does not exist.
   BOOL AttachGroupBox(UINT id, const CWnd* parent) { return SubclassDlgItem(id, parent); }
 
  protected:

@@ -14,7 +14,7 @@ constexpr UINT kDefaultBits = 0xF00;
 
 constexpr UINT kButtonIds[] = {IDOK, IDCANCEL, IDC_MESSAGE_BUTTON3};
 
-// What the template does not say: a question's answers.
+// The button texts of a question, which the template does not contain.
 struct ButtonTexts {
   LPCWSTR yes;
   LPCWSTR no;
@@ -24,8 +24,8 @@ struct ButtonTexts {
 constexpr ButtonTexts kJapaneseButtons = {L"はい(&Y)", L"いいえ(&N)", L"キャンセル"};
 constexpr ButtonTexts kEnglishButtons = {L"&Yes", L"&No", L"Cancel"};
 
-// An icon of the system and the sound that goes with it. Every kind but questions and information
-// gets the exclamation mark.
+// A system icon and the matching sound. Every kind except questions and information gets the
+// exclamation mark.
 struct IconAndSound {
   LPCSTR icon;
   UINT sound;
@@ -55,7 +55,8 @@ COrlMessageBox::COrlMessageBox(HWND parent, LPCSTR message, UINT style)
 
 INT_PTR COrlMessageBox::DoModal() {
   if (COrlDialog::DoModal() == -1) return IDCANCEL;
-  // A box that went without an answer (the host quits, its window is destroyed) agreed to nothing.
+  // A box that closed without an answer (the host quits, or its window is destroyed) agreed to
+  // nothing.
   return answered ? result : IDCANCEL;
 }
 
@@ -86,8 +87,8 @@ bool COrlMessageBox::IsYesNo() const {
   return kind == MB_YESNO || kind == MB_YESNOCANCEL;
 }
 
-// Buttons that the type does not name are hidden; a type that the box does not know shows all three
-// as the template has them.
+// Hides the buttons that the type does not name. A type that the box does not know shows all three
+// buttons of the template.
 void COrlMessageBox::LabelButtons() {
   switch (type & kButtonBits) {
     case MB_OK:
@@ -178,7 +179,7 @@ void COrlMessageBox::OnOK() {
   Answer(IsYesNo() ? IDYES : IDOK);
 }
 
-// Esc comes here too, and answers no where the question is yes or no.
+// Esc gets here too; its answer is no if the question is yes or no.
 void COrlMessageBox::OnCancel() {
   Answer(IsYesNo() ? IDNO : IDCANCEL);
 }

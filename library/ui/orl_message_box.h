@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// COrlMessageBox: the library's message box in the dark look, run modally on the calling thread. It
-// replaces the system's for every message of the library.
+// COrlMessageBox: the library's message box in the dark look. It runs modally on the calling thread
+// and replaces the system's box for every message of the library.
 #pragma once
 
 #include <array>
@@ -12,11 +12,12 @@
 
 class COrlMessageBox : public COrlDialog {
  public:
-  /// @param parent the owner's window; may be null @param message text; "\n" breaks lines
+  /// @param parent the owner's window; may be null @param message text; "
+  /// " breaks lines
   /// @param style the system's message-box style bits
   COrlMessageBox(HWND parent, LPCSTR message, UINT style);
 
-  /// Runs the box. @return 1 OK, 2 cancel, 6 yes, 7 no; 2 when it went without an answer.
+  /// Runs the box. @return 1 OK, 2 cancel, 6 yes, 7 no; 2 if it closed without an answer.
   INT_PTR DoModal() override;
 
  protected:

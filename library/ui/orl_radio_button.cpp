@@ -11,7 +11,7 @@ constexpr LONG kTextGap = 4;   // pixels between box and text
 
 }  // namespace
 
-// The first three make the system draw at once, without a paint message; that is painted over.
+// The first three make the system draw at once, without a paint message; this paints over it.
 BEGIN_MESSAGE_MAP(COrlRadioButton, CButton)
 ON_MESSAGE(BM_SETCHECK, OnStateChange)
 ON_MESSAGE(BM_SETSTATE, OnStateChange)
@@ -42,7 +42,7 @@ void COrlRadioButton::OnPaint() {
   PaintControlText(dc, GetWindowText(), textRect, DT_SINGLELINE | DT_VCENTER, IsWindowEnabled());
 }
 
-// Columns: not chosen, chosen. Rows: at rest, in use, disabled.
+// Columns: unchecked, checked. Rows: at rest, in use, disabled.
 CRect COrlRadioButton::BoxCell() const {
   const UINT state = GetState();
   const LONG column = GetCheck() == BST_CHECKED ? 1 : 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// COrlRadioButton: a radio button in the dark look; behaviour stays the system's. UI thread only.
+// COrlRadioButton: a radio button in the dark look that behaves as the system's. UI thread only.
 #pragma once
 
 #include "framework/win/controls.h"
@@ -10,7 +10,7 @@ class COrlRadioButton : public CButton, public COrlDialogBase {
  public:
   COrlRadioButton();
 
-  /// Takes over the parent's control. @return FALSE when there is none.
+  /// Takes over the parent's control. @return FALSE if it does not exist.
   BOOL AttachRadioButton(UINT id, const CWnd* parent) { return SubclassDlgItem(id, parent); }
 
  protected:

@@ -11,7 +11,7 @@ constexpr int kEndTickLength = 6;    // pixels
 constexpr int kInnerTickLength = 3;  // pixels
 constexpr int kTickGap = 2;          // pixels between the thumb and the ticks
 
-// A vertical slider is a horizontal one (a lying one) with the axes exchanged.
+// A vertical slider is a horizontal one with the axes swapped.
 CRect Mirrored(const CRect& rect) {
   return {rect.top, rect.left, rect.bottom, rect.right};
 }
@@ -33,7 +33,7 @@ void COrlSlider::OnPaint() {
   }
   CPaintDC paint(m_hWnd);
   const CRect client = GetClientRect();
-  // Put together in memory first, so that a moving thumb does not flicker.
+  // Painted in memory first, so that a moving thumb does not flicker.
   CMemoryDC dc(paint);
   CBitmap picture;
   picture.Attach(::CreateCompatibleBitmap(paint.GetSafeHdc(), client.Width(), client.Height()));
@@ -54,8 +54,8 @@ bool COrlSlider::IsVertical() const {
   return (GetStyle() & TBS_VERT) != 0;
 }
 
-// Windows tells the channel of a vertical slider as if it were horizontal, other implementations
-// tell it as it lies. A channel is always longer than it is wide.
+// Windows reports the channel of a vertical slider as if it were horizontal; other implementations
+// report its actual rectangle. A channel is always longer than it is wide.
 CRect COrlSlider::LyingChannel() const {
   const CRect told = GetChannelRect();
   return IsVertical() && told.Width() < told.Height() ? Mirrored(told) : told;
@@ -89,7 +89,7 @@ void COrlSlider::PaintTicks(CDC& dc) {
   if (bothSides || !(style & TBS_TOP)) PaintTickRow(dc, thumb.bottom + kTickGap, 1);
 }
 
-// One row of ticks that begin at `edge` and grow upward (-1) or downward (1).
+// Draws one row of ticks that begin at `edge` and grow upward (-1) or downward (1).
 void COrlSlider::PaintTickRow(CDC& dc, LONG edge, int outward) {
   const UINT count = GetNumTics();
   if (count < 2) return;
@@ -144,7 +144,7 @@ void COrlSlider::OnLButtonUp(UINT, CPoint) {
   Default();
 }
 
-// Another window has taken the mouse, so the release will not come here.
+// Another window has captured the mouse, so the release will not come here.
 void COrlSlider::OnCaptureChanged(HWND) {
   thumbPressed = 0;
   Invalidate();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// COrlSlider: a trackbar in the dark look; behaviour stays the system's. UI thread only.
+// COrlSlider: a trackbar in the dark look that behaves as the system's. UI thread only.
 #pragma once
 
 #include "framework/win/controls.h"
@@ -7,9 +7,9 @@
 
 class COrlSlider : public CSliderCtrl, public COrlDialogBase {
  public:
-  /// Takes over the parent's control. @return FALSE when there is none.
+  /// Takes over the parent's control. @return FALSE if it does not exist.
   BOOL AttachSlider(UINT id, const CWnd* parent) { return SubclassDlgItem(id, parent); }
-  /// Says whether a focus rectangle shows the focus; it does at first.
+  /// Sets whether a focus rectangle shows the focus; the default is that it does.
   void ShowFocusRect(bool show) { focusRectangle = show ? 1 : 0; }
 
  protected:

@@ -10,12 +10,12 @@ namespace {
 constexpr int kColumns = 2;
 constexpr int kRows = 3;
 
-// Where something of the given length begins when it lies in the middle.
+// Returns where a piece of the given length begins when it is centred.
 LONG Centred(LONG first, LONG last, LONG length) {
   return first + (last - first - length) / 2;
 }
 
-// Copies a cell with its axes exchanged, which makes the up arrow point to the left.
+// Copies a cell with its axes swapped, which makes the up arrow point to the left.
 void CopyMirrored(CDC& dc, const CRect& half, const CDC& images, const CRect& cell) {
   const LONG left = Centred(half.left, half.right, cell.Height());
   const LONG top = Centred(half.top, half.bottom, cell.Width());
@@ -50,8 +50,8 @@ void COrlSpinButton::OnPaint() {
   for (int arrow = 0; arrow < kArrows; ++arrow) PaintArrow(dc, arrow);
 }
 
-// The cell lies in the middle of its half; what it leaves takes the colour of the cell's corner,
-// and what does not fit is cut off on both sides.
+// The cell is centred in its half. The rest of the half takes the colour of the cell's corner; a
+// cell that is too large is cut off on both sides.
 void COrlSpinButton::PaintArrow(CDC& dc, int arrow) {
   const SIZE size = arrows.GetBitmapSize();
   int row = arrow == pressedArrow ? 1 : 0;
@@ -120,7 +120,7 @@ void COrlSpinButton::OnCancelMode() {
   Default();
 }
 
-// Another window has taken the mouse, so the release will not come here.
+// Another window has captured the mouse, so the release will not come here.
 void COrlSpinButton::OnCaptureChanged(HWND) {
   LetGo();
   Default();

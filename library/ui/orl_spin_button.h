@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// COrlSpinButton: a pair of arrows (an up-down control) in the dark look; behaviour stays the
+// COrlSpinButton: a pair of arrows (an up-down control) in the dark look that behaves as the
 // system's. UI thread only.
 #pragma once
 
@@ -11,7 +11,7 @@ class COrlSpinButton : public CSpinButtonCtrl, public COrlDialogBase {
  public:
   COrlSpinButton();
 
-  /// Takes over the parent's control. @return FALSE when there is none.
+  /// Takes over the parent's control. @return FALSE if it does not exist.
   BOOL AttachSpinButton(UINT id, const CWnd* parent) { return SubclassDlgItem(id, parent); }
 
  protected:
@@ -36,6 +36,6 @@ class COrlSpinButton : public CSpinButtonCtrl, public COrlDialogBase {
   void LetGo();
 
   CBitmap arrows;               // 2 columns, 3 rows
-  int heldArrow = kNoArrow;     // the mouse button went down on it
-  int pressedArrow = kNoArrow;  // shown pressed: held, and the pointer is over it
+  int heldArrow = kNoArrow;     // the arrow on which the mouse button went down
+  int pressedArrow = kNoArrow;  // drawn pressed: held, with the pointer over it
 };

@@ -46,7 +46,7 @@ void COrlStatic::PaintGround(CDC& dc) const {
   if (!continued) PaintPlain(dc, GetClientRect());
 }
 
-// The parent's font, underlined when asked for.
+// The parent's font, underlined on request.
 LOGFONTA COrlStatic::TextFont() const {
   HGDIOBJ parentFont = ParentFont(m_hWnd);
   if (parentFont == nullptr) parentFont = ::GetStockObject(SYSTEM_FONT);
@@ -87,7 +87,7 @@ LRESULT COrlStatic::OnSetText(WPARAM, LPARAM) {
   return result;
 }
 
-// A border can be wider than the bevel; the system's would show inside it.
+// A border can be wider than the bevel; the system's border would show inside it.
 void COrlStatic::OnNcPaint() {
   if (systemLook) {
     Default();

@@ -7,12 +7,12 @@
 
 class COrlStatic : public CStatic, public COrlDialogBase {
  public:
-  /// Takes over the parent's control. @return FALSE when there is none.
+  /// Takes over the parent's control. @return FALSE if it does not exist.
   BOOL AttachStatic(UINT id, const CWnd* parent) { return SubclassDlgItem(id, parent); }
 
-  /// Lets the ground continue the colours beside the control; it is plain at first.
+  /// Continues the colours beside the control in its background; the default is a plain one.
   void SetGradientGround(bool gradient);
-  /// Makes the ground plain whatever SetGradientGround says.
+  /// Makes the background plain and overrides SetGradientGround.
   void SetPlainGround(bool plain);
   void SetUnderline(bool underlined);
 

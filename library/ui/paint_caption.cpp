@@ -32,7 +32,7 @@ CString TextOf(HWND window) {
 }
 
 LOGFONTA CaptionFont() {
-  // The size of the record's older layout, which every Windows takes.
+  // The size of the record's older layout, which every Windows accepts.
   constexpr UINT kOlderSize = 340;
   NONCLIENTMETRICSA metrics = {};
   metrics.cbSize = kOlderSize;
@@ -63,7 +63,7 @@ void CPaintCaption::Paint(HWND window, bool active) {
   const CRect frame = WindowFrame(window);
   PlaceButtons(window, frame);
   CWindowDC dc(window);
-  // Where the bands are wider than the frame, the dialog's own painting has to stay.
+  // If the bands are wider than the frame, the dialog's own painting has to stay.
   dc.ExcludeClipRect(ClientInWindow(window));
   PaintFrame(dc, frame, active);
   PaintText(dc, window, frame, active);
@@ -93,7 +93,7 @@ void CPaintCaption::PaintFrame(CDC& dc, const CRect& frame, bool active) const {
     dc.FillSolidRect(CRect(x, y, x + w, y + h), colour);
   };
   fill(0, 0, width, sizes.band, active ? kCaptionActive : kCaptionInactive);
-  // The system's frame can be wider than the bands; nothing of it may stay unpainted.
+  // The system's frame can be wider than the bands; no part of it may stay unpainted.
   fill(0, sizes.band, width, height - sizes.band, kColourDark);
   fill(0, sizes.band, width, 1, kColourDark);
   fill(1, sizes.band, sizes.side, height, kColourDark);
@@ -186,7 +186,7 @@ int CPaintCaption::ButtonOf(LRESULT hit) {
 }
 
 bool CPaintCaption::PointerMoved(HWND window, LRESULT hit) {
-  // A release that never came here, whoever swallowed it.
+  // The release did not arrive here.
   if (pressed && ::GetKeyState(VK_LBUTTON) >= 0) CancelPress(window);
   const int button = ButtonOf(hit);
   if (button == hoverButton) return false;
@@ -211,7 +211,7 @@ bool CPaintCaption::ButtonPressed(HWND window, LRESULT hit) {
   return true;
 }
 
-// The button is not hot either until the pointer is seen on it again.
+// The button is not highlighted either until the pointer moves over it again.
 void CPaintCaption::CancelPress(HWND window) {
   if (!pressed) return;
   pressed = false;

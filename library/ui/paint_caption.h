@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // CPaintCaption: paints a dialog's caption and frame and runs its caption buttons. Owned by the
-// dialog; UI thread only. Coordinates are those of the window, its corner being (0, 0).
+// dialog; UI thread only. Coordinates are relative to the window's upper left corner.
 #pragma once
 
 #include <vector>
 
 #include "framework/win/dc.h"
 
-/// A caption button of a dialog's own. No dialog of the library has any.
+/// A dialog-specific caption button. The library's dialogs have none.
 struct tagCustomButtonInfo {
   CRect rect;
   UINT command = 0;
@@ -22,31 +22,30 @@ class CPaintCaption {
 
   /// Paints caption, frame, text and buttons of a window that is not minimised.
   void Paint(HWND window, bool active);
-  /// The same with the active state of the last time.
+  /// The same, with the active state of the last call.
   void Repaint(HWND window) { Paint(window, lastActive); }
 
-  /// @param screen where the pointer is @return HTCLOSE, HTMAXBUTTON or HTMINBUTTON on such a
-  /// button,
-  ///        else HTNOWHERE
+  /// @param screen position of the pointer
+  /// @return HTCLOSE, HTMAXBUTTON or HTMINBUTTON over such a button, else HTNOWHERE
   LRESULT HitTest(HWND window, CPoint screen);
-  /// @return whether a hit is one on a caption button.
+  /// @return whether a hit is on a caption button.
   static bool IsButton(LRESULT hit) { return ButtonOf(hit) != kNoButton; }
-  /// The pointer is over the caption, or a button is held. @return true when it has just come to a
-  /// button.
+  /// The pointer is over the caption, or a button is held. @return true if the pointer has just
+  /// reached a button.
   bool PointerMoved(HWND window, LRESULT hit);
   /// The pointer has left the caption.
   void PointerLeft(HWND window);
-  /// Takes the mouse for the window until the release. @return true when the press was on a button
-  /// and is dealt with.
+  /// Captures the mouse for the window until the release. @return true if the press was on a button
+  /// and is handled.
   bool ButtonPressed(HWND window, LRESULT hit);
-  /// Carries out the pressed button when it is released over itself. @return true when dealt with.
+  /// Runs the pressed button if the mouse is released over it. @return true if handled.
   bool ButtonReleased(HWND window, LRESULT hit);
-  /// Forgets a press, as when the mouse was taken away and the release will not come.
+  /// Forgets a press, for example after the mouse capture was lost: no release will come.
   void CancelPress(HWND window);
-  /// A caption button is held down; the mouse's messages come to the client area then.
+  /// A caption button is held; the mouse messages then go to the client area.
   bool IsPressed() const { return pressed; }
 
-  /// Gives the caption buttons of its own. @param bitmapId their images @param count how many
+  /// Adds dialog-specific caption buttons. @param bitmapId their images @param count how many
   void SetCustomButtons(UINT bitmapId, int count);
   void ClearCustomButtons();
 
@@ -65,8 +64,8 @@ class CPaintCaption {
   bool lastActive = true;
   CRect buttonRects[kButtonCount];
   int hoverButton = kNoButton;    // under the pointer
-  int pressedButton = kNoButton;  // went down and has not been released yet
-  bool pressed = false;           // the left button is down on one
+  int pressedButton = kNoButton;  // was pressed and is not released yet
+  bool pressed = false;           // the left button is down on a caption button
   bool hasCustomButtons = false;
   std::vector<tagCustomButtonInfo> customButtons;
   CRect customArea;

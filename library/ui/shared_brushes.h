@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The two brushes that all dark dialogs share. Made when the library is loaded and deleted when it
-// is unloaded; the application object does both.
+// The two brushes that all dark dialogs share. The application object creates them when the library
+// is loaded and deletes them when it is unloaded.
 #pragma once
 
 #include "framework/win/gdi_object.h"
@@ -10,7 +10,7 @@ struct SharedBrushes {
   CBrush* black = nullptr;
 };
 
-/// The library's one pair; null pointers before CreateSharedBrushes.
+/// The library's only pair; null pointers before CreateSharedBrushes.
 const SharedBrushes& GetSharedBrushes();
 void CreateSharedBrushes();
 void DeleteSharedBrushes();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which Windows this is, where the look depends on it.
+// Tests for the Windows versions that change the look.
 #pragma once
 
 /// @return true on Windows 8 (version 6.2) and later, which centre the caption. Any thread.
