@@ -8,6 +8,7 @@
 
 #include "bench/stopwatch.h"
 #include "tests/support/driver_library.h"
+#include "tests/support/fault_count.h"
 
 namespace {
 
@@ -51,6 +52,7 @@ bool OpenAndPaint(const DriverLibrary& library) {
 }  // namespace
 
 int main() {
+  EndAtFaults(98);
   const DriverLibrary library;
   std::vector<double> ms;
   for (int round = 0; round < kRounds; ++round) {

@@ -20,14 +20,23 @@ class ScreenResolution {
   explicit ScreenResolution(DWORD dotsPerInch) {
     RegSetKeyValueW(HKEY_CURRENT_USER, kKey, kValue, REG_DWORD, &dotsPerInch, sizeof dotsPerInch);
   }
-  ~ScreenResolution() { RegDeleteKeyValueW(HKEY_CURRENT_USER, kKey, kValue); }
+  ~ScreenResolution() { Restore(); }
   ScreenResolution(const ScreenResolution&) = delete;
   ScreenResolution& operator=(const ScreenResolution&) = delete;
+  static void Restore() { RegDeleteKeyValueW(HKEY_CURRENT_USER, kKey, kValue); }
 
  private:
   static constexpr const wchar_t* kKey = L"Control Panel\\Desktop";
   static constexpr const wchar_t* kValue = L"LogPixels";
 };
+
+// A run that was ended in the middle leaves its resolution behind. Every run of this program takes
+// it back, whichever tests it is to run.
+class OrdinaryResolution : public testing::Environment {
+  void SetUp() override { ScreenResolution::Restore(); }
+};
+[[maybe_unused]] const testing::Environment* const ordinaryResolution =
+    testing::AddGlobalTestEnvironment(new OrdinaryResolution);
 
 const std::vector<std::string> kTexts = {
     // the hand controller

@@ -15,6 +15,7 @@
 #include "res/string_ids.h"
 #include "tests/library/ui/box_run.h"
 #include "tests/library/ui/open_controller.h"
+#include "tests/support/fault_count.h"
 
 namespace {
 
@@ -54,11 +55,7 @@ class Measure {
 
 class Report {
  public:
-  explicit Report(const char* file) : out_(file) {
-    HDC screen = GetDC(nullptr);
-    out_ << GetDeviceCaps(screen, LOGPIXELSY) << '\n';
-    ReleaseDC(nullptr, screen);
-  }
+  explicit Report(const char* file) : out_(file) { out_ << DotsPerInch() << '\n'; }
   void Add(const std::wstring& text, SIZE needs, SIZE has) {
     out_ << needs.cx << '\t' << needs.cy << '\t' << has.cx << '\t' << has.cy << '\t';
     for (const wchar_t c : text) {
@@ -156,6 +153,7 @@ void AddBox(Report& report, UINT id, UINT type) {
 
 int main(int argc, char** argv) {
   if (argc != 2) return 2;
+  EndAtFaults(98);
   Report report(argv[1]);
   {
     const OpenController controller;

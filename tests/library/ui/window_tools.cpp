@@ -112,6 +112,13 @@ RECT FrameOf(HWND window) {
   return rect;
 }
 
+int DotsPerInch() {
+  HDC screen = GetDC(nullptr);
+  const int dotsPerInch = GetDeviceCaps(screen, LOGPIXELSY);
+  ReleaseDC(nullptr, screen);
+  return dotsPerInch;
+}
+
 COLORREF PixelOf(HWND window, int x, int y) {
   HDC dc = GetWindowDC(window);
   const COLORREF colour = GetPixel(dc, x, y);

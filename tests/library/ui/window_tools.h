@@ -38,6 +38,10 @@ RECT ClientOf(HWND window);
 /// @return the window's size, its corner being (0, 0).
 RECT FrameOf(HWND window);
 
+/// @return the dots per inch that this program sees; 96 unless a killed run of english_fit_test.cpp
+/// has left others behind.
+int DotsPerInch();
+
 /// @return the colour shown at a place of the window, frame included.
 COLORREF PixelOf(HWND window, int x, int y);
 
