@@ -65,6 +65,7 @@ class Texts : public DriverHost {};
 
 TEST_F(Texts, AreLookedAtOnTheSystemTheyAreFor) {
   EXPECT_EQ(GetACP(), kWindowTexts.codePage);
+  EXPECT_EQ(DotsPerInch(), 96) << "left behind by a killed run; ui_english_tests takes it back";
 }
 
 TEST_F(Texts, OfTheHandController) {
@@ -138,8 +139,12 @@ UINT WINAPI AnotherCodePage() {
 
 TEST_F(Texts, StayInTheLanguageOfTheLoad) {
   const ReplacedImport codePage("GetACP", reinterpret_cast<void*>(&AnotherCodePage));
-  OpenWindow();
+  RaiseSyncQuestion();
   EXPECT_EQ(TextOf(window, kGoto), kWindowTexts.handController[6]);
+  EXPECT_EQ(TextOf(box, kMessageText), kWindowTexts.syncQuestion);
+  EXPECT_EQ(TextOf(box, IDCANCEL), kWindowTexts.cancel);
+  Click(box, IDCANCEL);
+  EXPECT_TRUE(WaitUntilGone(box));
 }
 
 }  // namespace
