@@ -117,8 +117,8 @@ TEST_F(Image, ExportsThePlainNamesAndTheFieldSplitterAndNothingElse) {
 TEST_F(Image, IsStrippedAndSmall) {
   EXPECT_FALSE(image.HasSymbols());
   EXPECT_FALSE(image.HasDebugSections());
-  constexpr uint64_t kMebibyte = 1024 * 1024;
-  EXPECT_THAT(image.fileSize, Le(kMebibyte));
+  constexpr uint64_t kLimit = 450'000;
+  EXPECT_THAT(image.fileSize, Le(kLimit));
 }
 
 TEST_F(Image, IsBuiltTheSameEveryTime) {
