@@ -23,7 +23,7 @@ bool SameWord(std::string_view text, std::string_view word) {
 
 bool IsDeviceLogOn() {
   char text[16] = {};
-  // One byte less than there is, so that the text always ends with a NUL.
+  // One byte less than the buffer, so that the text always ends with a NUL.
   if (!platform::ReadUserSetting("SOFTWARE\\Halvorn\\Pelloran\\3.0\\Setting", "DeviceLogWrite",
                                  text, sizeof text - 1)) {
     return false;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where the log file lies. Any thread.
+// The path of the log file. Any thread.
 #pragma once
 
 #include <string>
@@ -7,10 +7,10 @@
 namespace logging::orlin {
 
 /// Builds the path of a file in a folder below the user's local application data. The folder is
-/// joined with a backslash even when it contains slashes; Windows takes both.
-/// @param create make the folder, with its parents, when it is missing
-/// @return the path; empty when the base folder cannot be had, or the folder is missing and is not
-///         or cannot be made.
+/// joined with a backslash even if it contains slashes; Windows accepts both.
+/// @param create creates a missing folder, with its parents
+/// @return the path; empty if the base folder is unknown, or if the folder is missing and is not or
+///         cannot be created.
 std::wstring GetLogFilePath(const std::wstring& folder, const std::wstring& file, bool create);
 
 }  // namespace logging::orlin

@@ -30,7 +30,7 @@ std::string Logger::MakeTimeStamp(int64_t millisecondsSince1970) {
   std::tm local = {};
   if (!platform::LocalTime(millisecondsSince1970 / 1000, local)) return "";
   char seconds[32];
-  // Not %F and %T: the Windows runtime does not know them.
+  // Not %F and %T: the Windows runtime does not support them.
   const size_t length = std::strftime(seconds, sizeof seconds, "%Y-%m-%dT%H:%M:%S", &local);
   char milliseconds[8];
   std::snprintf(milliseconds, sizeof milliseconds, ".%03d",

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// TimeOutErrorW: one failed or slow exchange, a line of the time-out journal. Plain data.
+// TimeOutErrorW: one failed or slow exchange, which is one line of the time-out journal. Plain
+// data.
 #pragma once
 
 #include <cstdint>
@@ -8,8 +9,8 @@
 #include "framework/base/cstring.h"
 
 struct TimeOutErrorW {
-  CString strCommand;  ///< the command as the caller gave it, without the line end
-  int32_t nClock = 0;  ///< milliseconds since the host process started, when the exchange began
+  CString strCommand;  ///< the command as the caller passed it, without the line end
+  int32_t nClock = 0;  ///< when the exchange began, milliseconds since the host process started
   CString strError;    ///< the reason
 };
 

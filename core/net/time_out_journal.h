@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The time-out journal: every failed or slow exchange, one line each, in a text file that is named
-// after the moment of writing. A diagnostic record; nothing reads it back.
+// The time-out journal: a text file with one line for every failed or slow exchange. Its name
+// contains the time of writing. A diagnostic record; the library does not read it.
 #pragma once
 
 #include <ctime>
@@ -8,9 +8,9 @@
 #include "core/net/time_out_error.h"
 #include "framework/base/cstring.h"
 
-/// Writes the whole list to a new file; does nothing when the list is empty or the file cannot be
-/// made. Throws CAtlException (invalid argument) when the local time cannot be had.
-/// @param folder put before the name as it stands, so it must end with a separator; may be empty
+/// Writes the whole list to a new file; does nothing if the list is empty or the file cannot be
+/// created. Throws CAtlException (invalid argument) if the local time is not available.
+/// @param folder put before the name unchanged, so it must end with a separator; may be empty
 /// @param prefix first part of the file name; may be empty
 void WriteTimeOutJournal(const TimeOutErrorList& errors, const char* folder, const char* prefix);
 

@@ -32,8 +32,8 @@ int CUdpLink::SetTimeOut(int timeOutMs) {
   return 1;
 }
 
-// A failure leaves the socket as it is: Close, which would give it back, only acts on a connected
-// link. So a failed open costs one socket until the process ends.
+// A failure does not close the socket: Close acts only on a connected link. So each failed open
+// leaks one socket until the process ends.
 int CUdpLink::Open(const char* host, uint16_t port) {
   if (connected) return 0;
   socketHandle = platform::OpenDatagramSocket();
@@ -144,8 +144,8 @@ bool CUdpLink::SendLine(const CString& line) {
   return true;
 }
 
-// By count, not as zero-terminated text: a NUL among the received bytes must not hide the line
-// ends behind it, or the buffer would grow and never give a line again.
+// By length, not as zero-terminated text: a NUL among the received bytes must not hide the line
+// ends after it, or the buffer would grow and never return a line again.
 const char* CUdpLink::FindLineEnd() const {
   const char* from = receiveBuffer;
   const char* const end = receiveBuffer + bytesHeld;
@@ -160,7 +160,7 @@ const char* CUdpLink::FindLineEnd() const {
 }
 
 CString CUdpLink::TakeLine(const char* lineEnd) {
-  // A NUL ends the text of the line; what stands behind it is dropped with the line.
+  // A NUL ends the text of the line; the bytes after it are dropped with the line.
   const auto length = static_cast<int>(lineEnd - receiveBuffer);
   CString line(receiveBuffer,
                static_cast<int>(strnlen(receiveBuffer, static_cast<size_t>(length))));
@@ -178,13 +178,12 @@ void CUdpLink::Record(const CString& command, int32_t startMs, const CString& re
 }
 
 void CUdpLink::RecordWhenSlow(const CString& command, int32_t startMs) {
-  // Unsigned, since the clock of a process that has run for 25 days wraps.
+  // Unsigned, since the clock wraps in a process that has run for 25 days.
   const auto elapsedMs =
       static_cast<uint32_t>(platform::ProcessClockMs()) - static_cast<uint32_t>(startMs);
   const double elapsedSeconds = static_cast<int32_t>(elapsedMs) / 1000.0;
   if (!(elapsedSeconds > 0.5)) return;
-  // Readers of the journal know this number as it is: the seconds plus a thousand, not
-  // milliseconds.
+  // Readers of the journal expect this number: the seconds plus a thousand, not milliseconds.
   CString reason;
   reason.Format("TimeOut(%04d)", static_cast<int>(elapsedSeconds + 1000.0));
   Record(command, startMs, reason);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// CUdpLink: one UDP conversation with one controller, a command line out, a reply line in.
-// Owned by CVQCtrlW. Exchanges are not locked: one caller at a time. Failures come back as an empty
-// reply and are kept in TimeOutErrors; that list alone may be copied by another thread meanwhile,
-// since the host writes the journal while the worker still polls.
+// CUdpLink: one UDP conversation with one controller, a command line out, a reply line in. Owned by
+// CVQCtrlW. Exchanges are not locked: one caller at a time. A failed exchange returns an empty
+// reply and is recorded in TimeOutErrors. Another thread may copy that list at any time, since the
+// host writes the journal while the worker still polls.
 #pragma once
 
 #include <cstdint>
@@ -14,44 +14,45 @@
 
 class CUdpLink {
  public:
-  /// The controller's port unless Open is given another.
+  /// The default port of the controller.
   static constexpr uint16_t kDefaultPort = 60023;
 
-  /// Starts the system's sockets; the link is closed.
+  /// Starts the system's sockets. The link is closed at first.
   CUdpLink();
   ~CUdpLink();
   CUdpLink(const CUdpLink&) = delete;
   CUdpLink& operator=(const CUdpLink&) = delete;
 
-  /// Sets how long Query waits for a reply. @param timeOutMs milliseconds, 500 at first
+  /// Sets how long Query waits for a reply. @param timeOutMs milliseconds; the default is 500
   /// @return 1, or 0 (and nothing changes) while the link is connected.
   int SetTimeOut(int timeOutMs);
 
   /// Opens the link on a local port that the system chooses.
   /// @param host dotted IPv4 address or host name @param port host order
-  /// @return 1, or 0 when there is no such host or no socket; 0 also while the link is connected,
-  ///         which is then left as it is.
+  /// @return 1, or 0 if the host does not exist or no socket is available. While the link is
+  ///         connected, 0, and the link does not change.
   int Open(const char* host, uint16_t port);
 
-  /// Closes a connected link and drops unread bytes; otherwise does nothing. TimeOutErrors stay.
+  /// Closes a connected link and drops unread bytes; otherwise does nothing. TimeOutErrors remain.
   void Close() noexcept;
 
   /// One exchange: sends the command with a line end and waits for a datagram.
-  /// Bytes that stay unread (a second line, a line without end) stand before the datagram of the
-  /// next exchange and so answer it first. The
-  /// sender of a datagram is not looked at. An empty datagram or a receive error closes the link.
+  /// Unread bytes (a second line, a line without end) stay in front of the datagram of the next
+  /// exchange, so they answer it first. The sender of a datagram is not checked. An empty datagram
+  /// or a receive error closes the link.
   /// @param command without line end
   /// @return the first line received, without line end; empty on failure.
   CString Query(const CString& command);
 
-  /// @return 1 when the controller answers the version query with "$SYVER=", else 0.
+  /// @return 1 if the controller answers the version query with "$SYVER=", else 0.
   int CheckUnit();
 
   /// @return the local port, or 65535 while not connected.
   uint16_t GetLocalPort() const;
 
-  /// Copies every failed or slow exchange since construction, oldest first; none is ever removed.
-  /// @param list gets them behind what it holds. Any thread.
+  /// Copies every failed or slow exchange since construction, oldest first. Entries are never
+  /// removed.
+  /// @param list receives them at its end. Any thread.
   void CopyTimeOutErrors(TimeOutErrorList& list);
 
  private:
@@ -73,9 +74,9 @@ class CUdpLink {
   platform::WaitTime timeOut = {0, 500000};
   platform::SocketHandle socketHandle = platform::kInvalidSocket;
   platform::SocketAddress remoteSocketAddress;
-  char* receiveBuffer = nullptr;  // from malloc; a NUL follows the bytes held; null while closed
+  char* receiveBuffer = nullptr;  // from malloc; a NUL follows the bytes; null while closed
   int32_t bytesHeld = 0;
   int32_t bufferCapacity = 0;
-  CCriticalSection errorsLock;  // held for no longer than a copy takes
+  CCriticalSection errorsLock;  // held only for a copy
   TimeOutErrorList TimeOutErrors GUARDED_BY(errorsLock);
 };

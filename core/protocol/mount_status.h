@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// MountStatus: what one status line says. Plain data.
+// MountStatus: the contents of one status line. Plain data.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@ struct MountStatus {
   double controllerMjd = 0.0;  ///< the controller's clock, Modified Julian Date in days
   int32_t state = 0;           ///< 2 slewing, 3 parked
   double axisAngleDegrees = 0.0;
-  double park1 = 0.0;  ///< park coordinates in the controller's own frame
+  double park1 = 0.0;  ///< park coordinates in the controller's frame
   double park2 = 0.0;
   double raDegrees = 0.0;
   double decDegrees = 0.0;
@@ -18,11 +18,11 @@ struct MountStatus {
 
   /// @return 1 for the pier side of axis angles up to 90 degrees, -1 above.
   int32_t PierSide() const { return 90.0 >= axisAngleDegrees ? 1 : -1; }
-  /// @return true when the mount is ready to observe: not parked, and in an observing mode.
+  /// @return true if the mount is ready to observe: not parked, and in an observing mode.
   bool IsReady() const;
 };
 
-/// Reads a status line; missing fields count as 0, further ones are ignored.
-/// @param line the whole reply @param status untouched on failure
-/// @return false when the line is not a status. Takes no memory.
+/// Reads a status line. Missing fields count as 0, further fields are ignored.
+/// @param line the whole reply @param status unchanged on failure
+/// @return false if the line is not a status. Allocates no memory.
 bool DecodeStatus(const CString& line, MountStatus& status);

@@ -14,7 +14,7 @@ double SecondsOfDay(const SiteTime& time) {
   return time.hour * 3600.0 + time.minute * 60.0 + time.second;
 }
 
-// Folds seconds into one day. @return the days carried.
+// Reduces seconds to one day. @return the days carried.
 int32_t CarryDays(double& seconds) {
   if (seconds >= kSecondsPerDay) {
     const int32_t days = TruncateToInt32(seconds / kSecondsPerDay);
@@ -70,7 +70,8 @@ void CVQCtrlW::AddDateTime(SiteTime& time, const SiteTime& offset, int32_t subtr
   JdToDateTime(DateTimeToJd(date) + carry + sign * offset.day, date);
   AddMonthsAndYears(date, sign * offset.month, sign * offset.year);
   SkipCalendarReform(date);
-  // There and back turns a day that its month does not have into one of the next month.
+  // Converting to a Julian date and back turns a day that its month does not have into one of the
+  // next month.
   JdToDateTime(DateTimeToJd(date), date);
   time.year = date.year;
   time.month = date.month;

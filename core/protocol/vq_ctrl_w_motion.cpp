@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Moving at a rate for a time, guide speed, meridian settings.
+// Moves at a rate for a time, guide speed, meridian settings.
 #include "core/protocol/command_text.h"
 #include "core/protocol/vq_ctrl_w.h"
 
 namespace {
 
-// Rates in the controller's unit. Eight steps of an eighth of the full rate, plus the slowest one.
+// Rates in the controller's unit: eight steps of an eighth of the full rate, and the slowest rate.
 constexpr double kFullRate = 200.0;
 constexpr double kSlowestRate = 0.5;
 constexpr double kRatePerStep = 0.125;
@@ -24,8 +24,8 @@ int CVQCtrlW::SetHandSpeed(int32_t step, CString& /*reply*/) {
 }
 
 int CVQCtrlW::HandMove(int32_t north, int32_t south, int32_t east, int32_t west, CString& reply) {
-  // The controller ends the move after this time by itself, so a mount whose release gets lost
-  // does not run on.
+  // The controller ends the move after this time by itself, so the mount stops even if the release
+  // is lost.
   constexpr double kDurationSeconds = 1.0;
   const double rate = RateOfStep(handSpeed);
   const double decRate = north ? rate : south ? -rate : 0.0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Opening and closing a session, the version, and the exchange that all operations share.
+// Opening and closing a session, the version, and the exchange that all operations use.
 #include "core/log/device_log.h"
 #include "core/net/time_out_journal.h"
 #include "core/protocol/command_text.h"
@@ -23,12 +23,12 @@ int CVQCtrlW::Open(const char* newHost, int32_t newPort, int32_t newOpenArg) {
   port = newPort;
   openArg = newOpenArg;
   Log("Open:");
-  // A link that is still connected refuses both, and the probe runs on the old connection.
+  // A link that is still connected refuses both, and the probe uses the old connection.
   link.SetTimeOut(kReplyTimeOutMs);
   link.Open(host, CUdpLink::kDefaultPort);
   if (link.CheckUnit() == 0) return 0;
   CString reply = link.Query(command_text::kVersionQuery);
-  // The controller has answered once; that it lost this query does not undo the session.
+  // The controller has answered once; losing this query does not end the session.
   if (reply.IsEmpty()) return 1;
   version = reply;
   reply = link.Query(command_text::kModelQuery);
@@ -39,8 +39,8 @@ void CVQCtrlW::Close() noexcept {
   try {
     Log("Close");
   } catch (...) {
-    // No memory, or no lock: the log misses a line. The link is closed in any case, and the worker,
-    // which closes it last, has nobody who would catch this.
+    // No memory, or no lock: the log misses a line. The link closes anyway. The worker, which
+    // closes it last, does not catch exceptions.
   }
   link.Close();
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The status poll: one line from which the driver learns all that changes by itself.
+// The status poll: one line with everything that changes without a command.
 #include "core/protocol/command_text.h"
 #include "core/protocol/mount_status.h"
 #include "core/protocol/vq_ctrl_w.h"

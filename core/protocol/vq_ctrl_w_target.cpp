@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Going to a place, aligning on one, stopping.
+// Goto, alignment and stop.
 #include "core/protocol/command_text.h"
 #include "core/protocol/reply.h"
 #include "core/protocol/vq_ctrl_w.h"
@@ -12,8 +12,8 @@ int CVQCtrlW::Goto(int32_t mode, const double* target, const CString& name, CStr
   return SendTarget(mode, DegreesToHours(target[0]), target[1], name, reply);
 }
 
-// Sends the command itself: the home position is no place in the sky, so an answer about the
-// horizon means nothing here.
+// Sends the command itself: the home position is not a position in the sky, so an answer about the
+// horizon has no meaning here.
 int CVQCtrlW::GotoHome(CString& reply) {
   return Exchange(command_text::Home(), "$MTTGT=", reply);
 }

@@ -17,8 +17,9 @@ const char* NumberStart(TextSpan text) {
   return plus && !minusFollows ? text.first + 1 : text.first;
 }
 
-// What strtod answers beyond the range of a double: from_chars only says that it was so. Whether
-// the number is too large or too small shows in the power of ten of its first digit that is not 0.
+// The result of strtod beyond the range of a double: from_chars only reports that the number is out
+// of range. The power of ten of the first non-zero digit shows whether it is too large or too
+// small.
 double OutOfRange(const char* first, const char* last) {
   const char* digitsEnd = std::find_if(first, last, [](char c) { return c == 'e' || c == 'E'; });
   const char* point = std::find(first, digitsEnd, '.');
@@ -37,7 +38,7 @@ TextSpan WholeText(const char* text) {
 
 double TextToDouble(TextSpan text) {
   const char* first = NumberStart(text);
-  // from_chars also takes "inf" and "nan", and words that begin so, which are not numbers here.
+  // from_chars also accepts "inf" and "nan", and words that begin so; they are not numbers here.
   const char* digit = first < text.last && *first == '-' ? first + 1 : first;
   if (digit == text.last || (*digit != '.' && (*digit < '0' || *digit > '9'))) return 0.0;
   double number = 0.0;

@@ -21,7 +21,7 @@ CStringSep::~CStringSep() = default;
 
 void CStringSep::Set(CString line, CString separator, uint32_t /*flags*/) {
   fields.RemoveAll();
-  // A host must not see an exception of this library.
+  // An exception of this library must not reach a host.
   try {
     Split(line, separator.IsEmpty() ? "," : separator.GetString());
   } catch (const std::bad_alloc&) {
@@ -35,7 +35,7 @@ void CStringSep::Split(const CString& line, const char* separator) {
     const int found = line.Find(separator, start);
     const int end = found < 0 ? line.GetLength() : found;
     fields.Add(TrimmedPiece(line.GetString() + start, line.GetString() + end));
-    // One character is skipped, whatever the separator's length.
+    // One character is skipped, for every length of the separator.
     start = end + 1;
   }
 }

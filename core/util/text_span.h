@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// TextSpan: a piece of a text where it stands. Plain data, owns nothing; any thread.
+// TextSpan: a part of a text, in place. Plain data, owns nothing; any thread.
 #pragma once
 
-/// The characters from `first` up to, but without, `last`.
+/// The characters from `first` up to, but not including, `last`.
 struct TextSpan {
   const char* first = nullptr;
   const char* last = nullptr;

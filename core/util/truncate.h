@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Doubles to 32-bit integers without undefined behaviour for numbers that do not fit.
+// Converts doubles to 32-bit integers, without undefined behaviour for numbers that do not fit.
 #pragma once
 
 #include <cstdint>
 #include <limits>
 
-/// Truncates toward zero. @return the nearest bound for numbers out of range, 0 for no number.
+/// Truncates toward zero. @return the nearest bound for numbers out of range, 0 for NaN.
 inline int32_t TruncateToInt32(double number) {
   using Limits = std::numeric_limits<int32_t>;
   if (number != number) return 0;
