@@ -19,7 +19,7 @@ void Announcer::Tell(const Event& event) {
   if (listenerCount_.load(std::memory_order_relaxed) == 0) return;
   const std::lock_guard guard(lock_);
   for (auto& [number, told] : listeners_) {
-    // The task must not keep the thread that calls it.
+    // The task must not keep the thread that calls it alive.
     told->thread.Post([listener = told->listener, event] { (*listener)(event); },
                       event.kind == Event::Kind::kSnapshot);
   }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Announcer: publishes the snapshots of a mount, ends its tickets and tells its listeners. Never
-// calls anybody on the thread that announces, nor with a lock held.
+// Announcer: publishes the snapshots of a mount, ends its tickets and calls its listeners. It never
+// calls a listener or callback on the thread that announces, nor with a lock held.
 #pragma once
 
 #include <atomic>
@@ -18,9 +18,9 @@ namespace velquin {
 
 class Announcer {
  public:
-  /// Worker only. @param snapshot gets the next number
+  /// Worker only. @param snapshot receives the next number
   void Publish(Snapshot& snapshot);
-  /// Any thread, without waiting.
+  /// Any thread; does not wait.
   Snapshot Latest() const { return board_.Latest(); }
 
   /// Any thread.
@@ -35,7 +35,7 @@ class Announcer {
 
  private:
   struct Told {
-    std::shared_ptr<const Listener> listener;  // shared, as copying it would run its owner's code
+    std::shared_ptr<const Listener> listener;  // shared: copying it would run its owner's code
     CallbackThread thread;
   };
 

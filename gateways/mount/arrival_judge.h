@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // ArrivalJudge: decides from statuses whether a goto, home, park or unpark has reached its goal.
-// It is to be shown only statuses whose exchange began after the command was acknowledged. Pure;
-// not locked: the worker's own.
+// Pass it only statuses whose exchange began after the command was acknowledged. Pure; not locked:
+// only the worker uses it.
 //
 // "Not slewing" alone proves nothing: a controller may take a moment to begin. So a mount that was
-// never seen to slew has arrived when two statuses 0.2 s apart show it at its goal, and has stopped
-// elsewhere when it is still somewhere else after a second. Every verdict takes two statuses in a
-// row, so that one spoilt on its way does not end a slew.
+// never seen to slew has arrived when two statuses 0.2 s apart show it at its goal. It has stopped
+// elsewhere when it is still away from its goal after a second. Every verdict takes two statuses in
+// a row, so that one corrupted status does not end a slew.
 #pragma once
 
 #include <chrono>
@@ -17,7 +17,7 @@
 
 namespace velquin {
 
-/// @return the angle between two places on the sky, 0 to 180 degrees. Formula: haversine.
+/// @return the angle between two points on the sky, 0 to 180 degrees. Formula: haversine.
 double SeparationDegrees(const SkyPoint& one, const SkyPoint& other);
 
 /// State codes of the status.
@@ -40,8 +40,8 @@ class ArrivalJudge {
   enum class Verdict { kUnderWay, kArrived, kElsewhere };
 
   /// @param target of kSky and kTrack
-  /// @param toleranceDegrees how far from its goal the mount still counts as there
-  /// @param acknowledgedAt when the command's exchange had ended
+  /// @param toleranceDegrees largest distance from the goal that counts as arrived
+  /// @param acknowledgedAt when the command's exchange ended
   ArrivalJudge(Goal goal, const SkyPoint& target, double toleranceDegrees,
                MonotonicTime acknowledgedAt)
       : goal_(goal),
@@ -50,9 +50,9 @@ class ArrivalJudge {
         acknowledgedAt_(acknowledgedAt) {}
 
   Goal WhichGoal() const { return goal_; }
-  /// @param readAt when the status came
+  /// @param readAt when the status arrived
   Verdict Look(const MountStatus& status, MonotonicTime readAt);
-  /// @return true when the last status showed the end of a slew, and the next one is to confirm it.
+  /// @return true if the last status showed the end of a slew, and the next one has to confirm it.
   bool WantsAnother() const { return sawSlewing_ && statusesAtGoal_ == 1; }
 
  private:

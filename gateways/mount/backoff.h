@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Backoff: how long to wait between attempts to find a lost controller again. Pure; not locked.
+// Backoff: the wait between attempts to find a lost controller again. Pure; not locked.
 #pragma once
 
 #include <algorithm>

@@ -49,7 +49,7 @@ void CallbackThread::Post(Task task, bool replaceable) {
     std::thread(&CallbackThread::Run, shared_).detach();
     shared_->begun = true;
   } catch (const std::system_error&) {
-    // No thread to be had now: the tasks wait for the next Post.
+    // The system cannot create a thread now: the tasks wait for the next Post.
   }
 }
 
@@ -65,9 +65,9 @@ void CallbackThread::Run(const std::shared_ptr<Shared>& shared) {
     try {
       task();
     } catch (...) {
-      // As promised to whoever is called: what they throw changes nothing.
+      // As documented for callers: an exception of a callback has no effect.
     }
-    task = nullptr;  // what it holds goes without the lock, too
+    task = nullptr;  // destroys what it holds without the lock, too
     guard.lock();
   }
   shared->ended = true;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// When and with which words the controller's clock is set. The controller is told whole minutes, so
-// it is told at the very beginning of one. Pure functions; any thread.
+// When the controller's clock is set, and to which time. The controller accepts whole minutes, so
+// the command is sent at the beginning of a minute. Pure functions; any thread.
 #pragma once
 
 #include <chrono>
@@ -17,15 +17,15 @@ struct ClockHandOver {
   SiteTime local;                 ///< local time at that minute; its second is 0
 };
 
-/// @param shortest a minute that begins sooner than this is left out
+/// @param shortest a minute that begins sooner than this is skipped
 /// @param zoneHours local time minus universal time
 ClockHandOver NextFullMinute(UtcTime now, std::chrono::nanoseconds shortest, int zoneHours);
 
 /// @return the Modified Julian Date, days.
 double MjdOf(UtcTime time);
 
-/// @return true when two clocks differ by a minute or more, so that the controller has to be
-///         initialised again after its clock was set; also when one of them is not a number.
+/// @return true if two clocks differ by a minute or more, so that the controller must be
+///         initialised again after its clock was set; also true if one of them is NaN.
 bool ClocksDiffer(double controllerMjd, double rightMjd);
 
 }  // namespace velquin

@@ -16,7 +16,7 @@ using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
 constexpr char kLineEnd[] = "\r\n";
-// How often a waiting exchange looks whether it is interrupted.
+// How often a waiting exchange checks whether it is interrupted.
 constexpr milliseconds kSlice{5};
 
 std::string KeyOf(const std::string& line) {
@@ -24,7 +24,7 @@ std::string KeyOf(const std::string& line) {
   return line.substr(0, line.find_first_of("=?"));
 }
 
-// An answer repeats the key of its command, whatever the case, and has a value.
+// An answer repeats the key of its command, case-insensitively, and has a value.
 bool HasKey(const std::string& line, const char* key) {
   const std::string found = KeyOf(line);
   return !found.empty() && found.size() < line.size() && line[found.size()] == '=' &&
@@ -39,7 +39,7 @@ const char* ReasonOf(Exchanged how, const std::string& line) {
 
 }  // namespace
 
-// Gives its socket back with the scope.
+// Closes its socket at the end of the scope.
 class ControllerLink::Socket {
  public:
   Socket() = default;
@@ -131,7 +131,7 @@ void ControllerLink::Receive(const Socket& socket, const std::string& command,
     const platform::ReadWait readable =
         platform::WaitReadable(socket.Handle(), {0, static_cast<int32_t>(waitUs)});
     if (readable.result == 0) continue;
-    if (!readable.marked) return;  // an error of the system; waiting again would return at once
+    if (!readable.marked) return;  // a system error; waiting again would return at once
     char bytes[2048];
     platform::SocketAddress sender;
     const int count = platform::ReceiveDatagram(socket.Handle(), bytes, sizeof bytes, &sender);

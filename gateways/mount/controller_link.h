@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// ControllerLink: single exchanges with one controller, each through a socket of its own. Owned by
-// the worker; one thread at a time.
+// ControllerLink: single exchanges with one controller, each through a new socket. Owned by the
+// worker; one thread at a time.
 //
-// Why not the driver's CUdpLink: its behaviour is part of the driver. It keeps one socket, so a
-// reply that comes late or twice answers the next command with the same key; it looks at no
-// sender, keeps bytes that were left over, and cannot be interrupted. Here the socket goes when its
-// exchange has ended, and the last ports are not used again for a while: a reply can only ever
-// reach the exchange that asked for it. A socket costs some 10 microseconds.
+// The driver's CUdpLink does not fit, and its behaviour is part of the driver. It keeps one socket,
+// so a late or duplicate reply answers the next command with the same key. It does not check the
+// sender, keeps left-over bytes, and cannot be interrupted. Here the socket closes when its
+// exchange has ended, and the last ports are not reused for a while: a reply can only reach the
+// exchange that asked for it. A socket costs about 10 microseconds.
 #pragma once
 
 #include <array>
@@ -25,15 +25,15 @@ namespace velquin {
 /// How an exchange ended.
 enum class Exchanged {
   kAnswered,
-  kSilent,     ///< nothing came in time, or nothing could be sent
-  kUnusable,   ///< an answer came that is cut or empty
-  kMismatch,   ///< an answer came that begins with another key, or with none
-  kAbandoned,  ///< given up before the time was over, as the caller wished
+  kSilent,     ///< no answer arrived in time, or sending failed
+  kUnusable,   ///< the answer is truncated or empty
+  kMismatch,   ///< the answer begins with another key, or without a key
+  kAbandoned,  ///< ended early, as the caller asked
 };
 
 struct Answer {
   Exchanged how = Exchanged::kSilent;
-  std::string line;  ///< what came, without line end; empty when nothing did
+  std::string line;  ///< the answer without line end; empty if there was none
   MonotonicTime sentAt;
   MonotonicTime endedAt;
 
@@ -42,8 +42,8 @@ struct Answer {
 
 /// Lets an exchange end early.
 struct Patience {
-  MonotonicTime until = MonotonicTime::max();      ///< given up then
-  const std::atomic<bool>* interrupted = nullptr;  ///< given up when true; may be null
+  MonotonicTime until = MonotonicTime::max();      ///< the exchange ends at this time
+  const std::atomic<bool>* interrupted = nullptr;  ///< the exchange ends when true; may be null
 };
 
 class ControllerLink {
@@ -59,9 +59,9 @@ class ControllerLink {
   /// @param address network byte order @param port host order
   void SetPeer(uint32_t address, uint16_t port);
 
-  /// Sends a command and waits for its answer, for up to kReplyTimeOut. Datagrams of others are
-  /// left out. Failures are recorded in the journal, except those of abandoned exchanges and of
-  /// sending.
+  /// Sends a command and waits for its answer, for up to kReplyTimeOut. Datagrams from other
+  /// senders are ignored. Failures are recorded in the journal, except abandoned exchanges and
+  /// failures to send.
   /// @param command without line end
   /// @param otherKey a second key that an answer may have, "$MTGTS" for example; may be null
   Answer Exchange(const std::string& command, const Patience& patience = {},
@@ -77,7 +77,7 @@ class ControllerLink {
   ExchangeJournal& journal_;
   platform::SocketStartupData startupData_ = {};
   platform::SocketAddress peer_;
-  // Longer ago than a reply can be under way; at ten polls a second six seconds.
+  // Longer than a reply can be in transit: six seconds at ten polls a second.
   std::array<uint16_t, 64> lastPorts_ = {};
   size_t nextPort_ = 0;
 };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// ExchangeJournal: the failed exchanges of one mount, in the driver's own words. Any thread.
+// ExchangeJournal: the failed exchanges of one mount, in the driver's wording. Any thread.
 #pragma once
 
 #include <cstdint>
@@ -11,13 +11,13 @@ namespace velquin {
 
 class ExchangeJournal {
  public:
-  /// More than a day of a silent controller; then the oldest go, so that a service may run for
-  /// ever.
+  /// More than a day of a silent controller. Beyond that the oldest entries are dropped, so that a
+  /// service can run without end.
   static constexpr size_t kMost = 100'000;
 
-  /// @param startMs of the process's clock @param reason as the time-out journal words it
+  /// @param startMs of the process's clock @param reason in the wording of the time-out journal
   void Record(const std::string& command, int32_t startMs, const char* reason);
-  /// @return how many are kept.
+  /// @return the number of entries.
   size_t Count() const;
   /// Writes them to a new file as WriteTimeOutJournal does.
   void Write(const std::string& folder, const std::string& prefix) const;

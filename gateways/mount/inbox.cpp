@@ -8,7 +8,7 @@ namespace velquin {
 
 namespace {
 
-// Moves the requests for which the condition holds out of a queue.
+// Moves the requests that meet the condition out of a queue.
 template <typename Condition>
 std::vector<Request> TakeOut(std::deque<Request>& requests, Condition condition) {
   std::vector<Request> taken;
@@ -73,7 +73,8 @@ void Inbox::Order(SessionOrder order) {
     order_ = std::move(order);
     UpdateUrgent();
   }
-  // What waits was meant for the connection that ends now, and so is what comes before the next.
+  // Waiting requests belong to the connection that ends now, and so do those that arrive before the
+  // next one.
   Refuse(Outcome::kNotConnected);
 }
 
@@ -123,7 +124,7 @@ void Inbox::WaitUntil(MonotonicTime due, WakeFor what) {
     return what == WakeFor::kAnything && (woken_ || !stops_.empty() || !requests_.empty());
   };
   if (due == MonotonicTime::max()) {
-    changed_.wait(guard, somethingToDo);  // the far end of time overflows in a timed wait
+    changed_.wait(guard, somethingToDo);  // a timed wait overflows with the largest time
   } else if (due > std::chrono::steady_clock::now()) {
     changed_.wait_until(guard, due, somethingToDo);
   }
@@ -170,7 +171,7 @@ bool Inbox::HasStop() const {
 
 void Inbox::Accept() {
   const std::lock_guard guard(lock_);
-  // An order that came meanwhile has ended this connection.
+  // An order that arrived meanwhile has ended this connection.
   if (!order_ && !quitting_) refuseWith_.reset();
 }
 

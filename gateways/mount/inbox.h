@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Inbox: what callers want of the worker, and how they wake it. All functions may be called from
-// any thread; those marked so are the worker's. Nothing here waits but WaitUntil.
+// Inbox: the callers' requests to the worker, and the way to wake it. Any thread may call any
+// function, except those marked as the worker's. Only WaitUntil waits.
 #pragma once
 
 #include <atomic>
@@ -24,34 +24,34 @@ class Inbox {
 
   // --- Callers -----------------------------------------------------------------------------------
 
-  /// Puts a request behind the others, or ends it at once when the worker takes none or a value is
-  /// wrong. A journey overtakes those that wait.
+  /// Adds a request at the end of the queue. Ends it at once if the worker accepts no requests or a
+  /// value is invalid. A journey overtakes those that wait.
   Ticket Submit(const RequestBody& body);
-  /// Goes before all others and cancels those that would move the mount.
+  /// Goes before all other requests and cancels those that would move the mount.
   Ticket SubmitStop();
   void Order(SessionOrder order);
   void SetWatched(bool watched);
   void SetPollPeriods(std::chrono::milliseconds active, std::chrono::milliseconds idle);
   void Wake();
-  /// The worker ends.
+  /// Ends the worker.
   void Quit();
 
   // --- Worker ------------------------------------------------------------------------------------
 
   enum class WakeFor { kAnything, kUrgent };
-  /// Waits until there is something to do or the time has come. @param what kUrgent: for orders and
-  /// the end only, other things may wait
+  /// Waits until there is something to do or the time has come. @param what kUrgent: only orders
+  /// and the end wake it
   void WaitUntil(MonotonicTime due, WakeFor what);
   bool IsQuitting() const;
-  /// True while a stop, an order or the end waits; an exchange that can be given up is.
+  /// True while a stop, an order or the end waits; then an exchange that may be abandoned ends.
   const std::atomic<bool>& Urgent() const { return urgent_; }
   std::optional<SessionOrder> TakeOrder();
   std::optional<Request> TakeRequest();
   Tickets TakeStops();
   bool HasStop() const;
-  /// From now on requests are taken.
+  /// From now on requests are accepted.
   void Accept();
-  /// From now on requests end at once with an outcome, as do all that wait.
+  /// Ends all waiting requests with an outcome, and all later ones at once.
   void Refuse(Outcome outcome);
   /// @param moving the mount moves @return the time between polls.
   std::chrono::milliseconds PollPeriod(bool moving) const;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// LinkMonitor: counts exchanges and judges the link by them. Pure; not locked: the worker's own.
+// LinkMonitor: counts exchanges and judges the link by them. Pure; only the worker uses it, no
+// lock.
 #pragma once
 
 #include <bitset>
@@ -13,19 +14,19 @@ namespace velquin {
 
 class LinkMonitor {
  public:
-  static constexpr size_t kRoundTrips = 256;  ///< of which median and 99th percentile are told
-  static constexpr size_t kRecent = 20;       ///< exchanges that the quality looks at
+  static constexpr size_t kRoundTrips = 256;  ///< in the median and 99th percentile
+  static constexpr size_t kRecent = 20;       ///< exchanges that the quality is based on
   static constexpr int kSilentPolls = 3;      ///< in a row: the link is lost
 
   LinkMonitor() { roundTripsMs_.reserve(kRoundTrips); }
 
-  /// An exchange with a usable answer.
+  /// Counts an exchange with a usable answer.
   void Answered(std::chrono::steady_clock::duration roundTrip);
-  /// An exchange without one.
+  /// Counts an exchange without a usable answer.
   void Lost();
-  /// A status query, after it was counted as an exchange. @return true when the link is now lost.
+  /// Counts a status query, already counted as an exchange. @return true if the link is now lost.
   bool PollWas(bool answered);
-  /// Forgets the silent polls, not the figures.
+  /// Resets the silent polls, not the figures.
   void LinkIsBack() { silentPolls_ = 0; }
 
   LinkHealth Health() const;
@@ -33,7 +34,7 @@ class LinkMonitor {
  private:
   void Remember(bool lost);
 
-  std::vector<float> roundTripsMs_;  // the last ones, as a ring
+  std::vector<float> roundTripsMs_;  // the latest, in a ring
   size_t nextRoundTrip_ = 0;
   std::bitset<kRecent> recentLosses_;
   size_t nextRecent_ = 0;

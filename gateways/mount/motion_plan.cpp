@@ -10,8 +10,9 @@ namespace {
 using std::chrono::microseconds;
 using std::chrono::milliseconds;
 
-// A held axis is commanded for this long, so that a mount whose host is gone stops by itself, and
-// again after the second time: a lost renewal is noticed and made up for before the first is over.
+// A held axis is commanded for kHoldLength, so that a mount that lost its host stops by itself. The
+// command is renewed after kRenewAfter: a lost renewal is detected and repeated before kHoldLength
+// is over.
 constexpr milliseconds kHoldLength{1000};
 constexpr milliseconds kRenewAfter{250};
 
@@ -49,7 +50,7 @@ bool MotionPlan::IsIdle() const {
                                   [](const Run& run) { return run.kind == Kind::kIdle; });
 }
 
-// A held axis whose end lies behind that of the running command.
+// A held axis that ends after the running command.
 bool MotionPlan::CanRenew() const {
   return std::any_of(runs_.begin(), runs_.end(), [this](const Run& run) {
     return run.kind == Kind::kHold && run.until > segment_->sentAt + segment_->length;
@@ -80,7 +81,7 @@ MotionPlan::Ended MotionPlan::EndSegment(MonotonicTime now) {
   }
   segment_.reset();
   DropSpentHolds(now);
-  // What is left goes on with a new command; when nothing is, the mount has stopped by itself.
+  // The remaining motion gets a new command; without any, the mount has stopped by itself.
   for (const Run& run : runs_) changed_ = changed_ || run.kind != Kind::kIdle;
   return ended;
 }
@@ -91,13 +92,13 @@ void MotionPlan::DropSpentHolds(MonotonicTime now) {
   }
 }
 
-// A new command takes the running one's place: what its pulses have done counts.
+// A new command replaces the running one: the part of its pulses that is done counts.
 void MotionPlan::CutSegment(MonotonicTime now) {
   if (!segment_) return;
   for (size_t i = 0; i < kAxisCount; ++i) {
     if (runs_[i].kind != Kind::kPulse || !segment_->carries[i]) continue;
     runs_[i].left -= std::clamp(Whole(now - segment_->sentAt), Length{0}, segment_->length);
-    runs_[i].left = std::max(runs_[i].left, Length{1});  // ended by EndSegment, never here
+    runs_[i].left = std::max(runs_[i].left, Length{1});  // ended by EndSegment, not here
   }
   segment_.reset();
 }
@@ -130,7 +131,7 @@ void MotionPlan::Acknowledged(MonotonicTime sentAt, MonotonicTime acknowledgedAt
   Segment segment = {sentAt, acknowledgedAt + sent.length, sent.length, {}, true};
   for (size_t i = 0; i < kAxisCount; ++i) {
     segment.carries[i] = runs_[i].kind != Kind::kIdle;
-    // A pulse is rather let run out than cut for the sake of the other axis.
+    // It is better to let a pulse run out than to cut it for the other axis.
     segment.mayRenew = segment.mayRenew && runs_[i].kind != Kind::kPulse;
   }
   segment_ = segment;

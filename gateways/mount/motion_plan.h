@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
-// MotionPlan: turns what is wanted of the two axes (guide pulses with lengths, hand moves that are
-// held) into the controller's move commands, each of which carries both axes and one duration and
-// replaces the one before. Pure: told the time, sends nothing. Not locked: the worker's own.
+// MotionPlan: turns the wanted motion of the two axes (guide pulses with lengths, hand moves that
+// are held) into the controller's move commands. Each command carries both axes and one duration,
+// and replaces the one before. Pure: it receives the time and sends nothing. Not locked: only the
+// worker uses it.
 //
-// Two pulses of different lengths are one command for the common part and one for the rest. The
-// second is due when the first has run out by the time of its acknowledgement, which is after the
-// controller began it: so it never cuts the first one short, and the lengths on the wire add up to
-// exactly what was asked. A pulse that joins a running one replaces its command at once; of the
-// running one the time since its command was sent counts as done.
+// Two pulses of different lengths become one command for the common part and one for the rest. The
+// second is due when the first has run out, counted from its acknowledgement. The controller began
+// before that, so the second command never cuts the first one short, and the lengths on the wire
+// add up to exactly the requested ones. A pulse that joins a running one replaces its command at
+// once; the time since that command was sent counts as done.
 #pragma once
 
 #include <array>
@@ -24,22 +25,22 @@ class MotionPlan {
   using Length = std::chrono::microseconds;
   using Rates = std::array<double, kAxisCount>;
 
-  /// A command to be sent now.
+  /// A command to send now.
   struct Command {
     Length length;
     Rates rates;
-    bool ends;  ///< nothing is left to move: both rates are 0, which is a stop
+    bool ends;  ///< the motion is over: both rates are 0, which is a stop
   };
-  /// What became of the axes when a segment ran out.
+  /// The result for the axes when a segment has run out.
   struct Ended {
     std::array<bool, kAxisCount> pulse = {};  ///< the axis's pulse is over
   };
 
-  /// Begins a pulse, in place of whatever the axis did. @param rate 1 or -1
+  /// Begins a pulse and replaces the axis's motion. @param rate 1 or -1
   void SetPulse(Axis axis, double rate, Length length);
-  /// Moves or goes on moving an axis. @return true when that needs a command, false when it renews.
+  /// Moves an axis or renews its move. @return true if that needs a command, false if it renews.
   bool Hold(Axis axis, double rate, MonotonicTime until);
-  /// Ends what the axis does. @return true when it did something.
+  /// Ends the axis's motion. @return true if there was one.
   bool End(Axis axis);
   void Clear() { *this = MotionPlan(); }
 
@@ -47,16 +48,16 @@ class MotionPlan {
   bool IsHeld(Axis axis) const { return runs_[Index(axis)].kind == Kind::kHold; }
   bool IsIdle() const;
 
-  /// @return when Next has something to say; nothing while it has not.
+  /// @return when Next returns a command; nothing if none is pending.
   std::optional<MonotonicTime> Due() const;
-  /// Call it at or after Due, before Next. @return which pulses have ended by then.
+  /// Call it at or after Due, before Next. @return the pulses that have ended by then.
   Ended EndSegment(MonotonicTime now);
-  /// @return the command to be sent now, if one is due.
+  /// @return the command to send now, if one is due.
   std::optional<Command> Next(MonotonicTime now);
-  /// The command that Next gave was sent and acknowledged.
+  /// The command from Next was sent and acknowledged.
   void Acknowledged(MonotonicTime sentAt, MonotonicTime acknowledgedAt);
-  /// It was not: pulses are given up, held axes are to be commanded again. @param refused by the
-  /// controller: held axes are given up, too
+  /// The command from Next failed: pulses are dropped, held axes are commanded again. @param
+  /// refused by the controller: held axes are dropped, too
   void Failed(bool refused);
 
  private:
@@ -64,15 +65,15 @@ class MotionPlan {
   struct Run {
     Kind kind = Kind::kIdle;
     double rate = 0.0;
-    Length left{0};       // of a pulse, at the beginning of the running segment
+    Length left{0};       // of a pulse, at the start of the running segment
     MonotonicTime until;  // of a hold
   };
   struct Segment {
     MonotonicTime sentAt;
     MonotonicTime endsAt;
     Length length;
-    std::array<bool, kAxisCount> carries;  // axes that it moves
-    bool mayRenew;                         // before its end
+    std::array<bool, kAxisCount> carries;  // the axes that it moves
+    bool mayRenew;                         // before it ends
   };
 
   void CutSegment(MonotonicTime now);
@@ -80,9 +81,9 @@ class MotionPlan {
   void DropSpentHolds(MonotonicTime now);
 
   std::array<Run, kAxisCount> runs_;
-  std::optional<Segment> segment_;  // what the controller carries out
-  std::optional<Command> sending_;  // what Next gave
-  bool changed_ = false;            // the wire does not yet say what runs_ says
+  std::optional<Segment> segment_;  // the controller is running it
+  std::optional<Command> sending_;  // returned by Next
+  bool changed_ = false;            // the controller does not have the motion of runs_ yet
 };
 
 }  // namespace velquin

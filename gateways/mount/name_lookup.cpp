@@ -12,7 +12,7 @@ namespace velquin {
 
 namespace {
 
-// 127.0.0.1 as 0x7F000001 to network byte order, whatever the machine's own.
+// Converts 127.0.0.1 as 0x7F000001 to network byte order, on machines of either byte order.
 uint32_t ToNetworkOrder(uint32_t address) {
   const unsigned char bytes[4] = {
       static_cast<unsigned char>(address >> 24), static_cast<unsigned char>(address >> 16),
@@ -32,7 +32,7 @@ std::optional<uint32_t> Resolve(const std::string& name, const NameLookup::Resol
     uint32_t address = 0;
     if (platform::LookUpHost(name.c_str(), address)) return address;
   } catch (...) {
-    // A resolver that fails has found nothing.
+    // A resolver that throws has found nothing.
   }
   return std::nullopt;
 }
@@ -44,7 +44,7 @@ struct NameLookup::Shared {
   // Guarded by lock.
   bool ready = false;
   std::optional<uint32_t> address;
-  std::function<void()> wake;  // empty once nobody waits
+  std::function<void()> wake;  // empty when the result is not wanted any more
 };
 
 NameLookup::NameLookup(const std::string& name, const Resolver& resolver,

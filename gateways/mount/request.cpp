@@ -7,7 +7,7 @@ namespace velquin {
 
 namespace {
 
-// Also false for what is not a number.
+// Also false for NaN.
 bool IsWithin(double value, double least, double most) {
   return value >= least && value <= most;
 }
@@ -26,7 +26,7 @@ struct Validity {
   bool operator()(const SyncRequest& request) const { return IsValid(request.position); }
   bool operator()(const MoveRequest& request) const {
     const double rate = std::fabs(request.rate);
-    // Sent with six decimals; what is 1 by then would be a share of the guide speed.
+    // Sent with six decimals; a rate that rounds to 1 would be a share of the guide speed.
     return rate == 0.0 || IsWithin(rate, 1.000001, kMaxMoveRate);
   }
   bool operator()(const GuideRequest& request) const {

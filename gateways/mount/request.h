@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What callers ask of a mount, on its way to the worker. Plain data.
+// The callers' requests to a mount, on their way to the worker. Plain data.
 #pragma once
 
 #include <chrono>
@@ -24,7 +24,7 @@ struct SyncRequest {
 struct MoveRequest {
   Axis axis;
   double rate;
-  MonotonicTime until;  ///< where a hold ends that is not renewed
+  MonotonicTime until;  ///< when a hold ends without renewal
 };
 struct GuideRequest {
   Pulse pulse;
@@ -53,14 +53,15 @@ struct Request {
   std::shared_ptr<TicketState> ticket;
 };
 
-/// @return true for a request that sends the mount to a place, of which the last one counts.
+/// @return true for a request that sends the mount to a position; only the last such request
+///         counts.
 bool IsJourney(const RequestBody& body);
 /// @return true for a request that a stop cancels.
 bool IsMotion(const RequestBody& body);
-/// @return false when a value is out of its range, or not a number.
+/// @return false if a value is out of its range, or NaN.
 bool IsValid(const RequestBody& body);
 
-/// What callers ask of the connection; the last one counts.
+/// The callers' orders about the connection; the last one counts.
 struct SessionOrder {
   bool connect;
   std::string address;

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kMjdJ2000 = 51544.5;
 constexpr double kDaysPerCentury = 36525.0;
-// Terrestrial less universal time, of our days; a minute more or less moves the result by 0.0001
+// Terrestrial minus universal time, at present; a minute more or less changes the result by 0.0001
 // arcseconds.
 constexpr double kDeltaTDays = 69.0 / 86400.0;
 constexpr double kArcsecondsPerTurn = 1296000.0;
@@ -25,15 +25,15 @@ double Degrees(double radians) {
   return radians * 180.0 / std::numbers::pi;
 }
 
-/// @return the value brought into 0 (included) to `period` (excluded).
+/// @return the value reduced to 0 (included) to `period` (excluded).
 double Wrap(double value, double period) {
   const double rest = std::fmod(value, period);
   const double wrapped = rest < 0.0 ? rest + period : rest;
   return wrapped < period ? wrapped : 0.0;
 }
 
-// The five arguments of the Moon's and the Sun's motion, radians, at centuries after J2000
-// (Simon et al. 1994, as IAU 2000B takes them).
+// The five arguments of the Moon's and the Sun's motion, radians, at centuries after J2000 (Simon
+// et al. 1994, as used by IAU 2000B).
 struct Arguments {
   double l, lp, f, d, om;
 };
@@ -47,8 +47,8 @@ Arguments ArgumentsAt(double t) {
           radians(450160.398036, -6962890.5431)};
 }
 
-// A term of the nutation in longitude: multiples of the arguments, 1e-7 arcseconds of their sine,
-// its change in a century, and of their cosine.
+// A term of the nutation in longitude: multiples of the arguments; the coefficients of their sine,
+// of its change in a century, and of their cosine, in 1e-7 arcseconds.
 struct NutationTerm {
   int l, lp, f, d, om;
   double sine, sinePerCentury, cosine;
@@ -77,7 +77,7 @@ constexpr NutationTerm kNutation[] = {
     {0, 0, 2, 2, 2, -38571.0, -1.0, 158.0},
 };
 
-// Apparent less mean sidereal time, arcseconds.
+// Apparent minus mean sidereal time, arcseconds.
 double EquationOfEquinoxes(double t) {
   const Arguments at = ArgumentsAt(t);
   double longitude = 0.0;
@@ -88,7 +88,7 @@ double EquationOfEquinoxes(double t) {
         (term.sine + term.sinePerCentury * t) * std::sin(angle) + term.cosine * std::cos(angle);
   }
   const double obliquity = Radians((84381.406 - 46.836769 * t) / 3600.0);
-  // The greatest complementary term, IERS Conventions (2010), table 5.2e.
+  // The largest complementary term, IERS Conventions (2010), table 5.2e.
   return longitude * 1e-7 * std::cos(obliquity) + 0.00264096 * std::sin(at.om);
 }
 
@@ -97,7 +97,7 @@ double EquationOfEquinoxes(double t) {
 double GreenwichSiderealHours(double mjd) {
   const double days = mjd - kMjdJ2000;
   const double t = (days + kDeltaTDays) / kDaysPerCentury;
-  // The whole turns are left out early, for the sake of the digits.
+  // Whole turns are removed early, to keep digits.
   const double turns = std::fmod(days, 1.0) + 0.7790572732640 + 0.00273781191135448 * days;
   const double precession =
       0.014506 + t * (4612.156534 + t * (1.3915817 + t * (-0.00000044 + t * (-0.000029956))));
@@ -131,7 +131,7 @@ Horizontal ToHorizontal(double latitudeDegrees, double hourAngleHours, double de
 double AirMass(double altitudeDegrees) {
   constexpr double kLowest = -0.5;
   if (!(altitudeDegrees >= kLowest)) return std::numeric_limits<double>::quiet_NaN();
-  // The formula ends at the horizon.
+  // The formula is valid down to the horizon.
   const double altitude = std::max(altitudeDegrees, 0.0);
   return 1.0 / std::sin(Radians(altitude + 244.0 / (165.0 + 47.0 * std::pow(altitude, 1.1))));
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Snapshot: all that is known of a mount at one moment. A plain value without pointers; a copy is
-// the caller's and never changes. Any thread.
+// Snapshot: everything known about a mount at one moment. A plain value without pointers; the
+// caller owns its copy, which never changes. Any thread.
 #pragma once
 
 #include <array>
@@ -12,7 +12,7 @@ namespace velquin {
 
 using MonotonicTime = std::chrono::steady_clock::time_point;
 
-/// The axis of right ascension (polar axis), or the one of declination.
+/// The axis of right ascension (polar axis), or the declination axis.
 enum class Axis { kRa = 0, kDec = 1 };
 inline constexpr size_t kAxisCount = 2;
 
@@ -22,24 +22,24 @@ constexpr size_t Index(Axis axis) {
 }
 
 enum class Connection {
-  kDisconnected,  ///< not asked to connect, or the last attempt failed (see `failure`)
+  kDisconnected,  ///< no connection was requested, or the last attempt failed (see `failure`)
   kConnecting,
   kConnected,
-  kLost,  ///< was connected; the controller is silent, and is asked again every 0.5 to 5 s
+  kLost,  ///< was connected; the controller is silent, and is queried again every 0.5 to 5 s
 };
 
 /// Why the last attempt to connect failed.
 enum class ConnectFailure {
   kNone,
   kNameNotFound,    ///< the name does not resolve to an IPv4 address
-  kNoAnswer,        ///< nothing came back
-  kWrongAnswer,     ///< answers came back, but cut, or with another key
-  kNotAController,  ///< something answers there that does not speak the language
+  kNoAnswer,        ///< no answer arrived
+  kWrongAnswer,     ///< answers arrived, but truncated, or with another key
+  kNotAController,  ///< something answers that does not speak the controller's protocol
 };
 
-/// What the mount is doing. A goto, home, park or unpark shows from the moment at which the
-/// controller has acknowledged it until its ticket ends, whatever a single status says. Before that
-/// moment its ticket alone tells that it is under way.
+/// What the mount is doing. A goto, home, park or unpark shows from the controller's
+/// acknowledgement until its ticket ends, regardless of a single status. Before the acknowledgement
+/// only its ticket shows that it is in progress.
 enum class Motion {
   kUnknown,  ///< no status yet
   kAtRest,   ///< not tracking
@@ -51,7 +51,7 @@ enum class Motion {
   kMovingByHand,
 };
 
-/// On which side of the pier the tube is.
+/// The side of the pier on which the tube is.
 enum class PierSide {
   kUnknown,
   kWest,  ///< the tube is west of the pier and looks east: axis angle up to 90 degrees
@@ -62,10 +62,10 @@ enum class LinkQuality {
   kUnknown,  ///< not connected
   kGood,     ///< none of the last 20 exchanges failed
   kShaky,    ///< some of them failed
-  kLost,     ///< three status queries in a row stayed without a usable answer
+  kLost,     ///< three status queries in a row had no usable answer
 };
 
-/// The state of the connection, in figures. Totals count since Connect.
+/// Figures of the connection. Totals count since Connect.
 struct LinkHealth {
   LinkQuality quality = LinkQuality::kUnknown;
   uint64_t exchanges = 0;
@@ -79,7 +79,7 @@ struct SkyPoint {
   double decDegrees = 0.0;  ///< -90 to 90
 };
 
-/// An observing site as the controller keeps it.
+/// An observing site as the controller stores it.
 struct Site {
   double latitudeDegrees = 0.0;   ///< -90 to 90, north positive
   double longitudeDegrees = 0.0;  ///< -180 to 180, east positive; sent with three decimals
@@ -94,7 +94,7 @@ struct GuideRates {
 
 /// How the controller treats the meridian, degrees past it.
 struct MeridianSettings {
-  double stopDegrees = 0.0;  ///< where tracking stops; 0 leaves that to the mechanics
+  double stopDegrees = 0.0;  ///< where tracking stops; 0 leaves that to the mechanical limits
   double gotoDegrees = 3.0;  ///< how far a goto stays on its side of the pier
 };
 
@@ -104,14 +104,14 @@ struct Snapshot {
   ConnectFailure failure = ConnectFailure::kNone;
   LinkHealth link;
 
-  // From the last status; unchanged while the link is lost, and ageing.
+  // From the last status; while the link is lost they do not change and grow old.
   bool hasReading = false;
-  MonotonicTime readAt;  ///< when the last status came; meaningless without a reading
+  MonotonicTime readAt;  ///< when the last status arrived; meaningless without a reading
   SkyPoint position;
   PierSide pierSide = PierSide::kUnknown;
   double axisAngleDegrees = 0.0;  ///< of the declination circle
   double controllerMjd = 0.0;     ///< the controller's clock at readAt: Modified Julian Date, UTC
-  bool ready = false;             ///< the controller says that it is ready to observe
+  bool ready = false;             ///< the controller reports that it is ready to observe
 
   Motion motion = Motion::kUnknown;
   std::array<bool, kAxisCount> pulsing = {};  ///< a guide pulse runs, by axis
@@ -120,11 +120,11 @@ struct Snapshot {
   bool hasTarget = false;
   SkyPoint target;  ///< of the last goto or sync
   bool hasSite = false;
-  Site site;  ///< as the controller told it
+  Site site;  ///< as the controller reported it
   bool hasGuideRates = false;
-  GuideRates guideRates;  ///< as handed over; the controller does not tell them
+  GuideRates guideRates;  ///< as set by the caller; the controller does not report them
   bool hasMeridian = false;
-  MeridianSettings meridian;  ///< as handed over
+  MeridianSettings meridian;  ///< as set by the caller
 
   /// @return the time since the last status; meaningless without a reading.
   MonotonicTime::duration Age() const { return std::chrono::steady_clock::now() - readAt; }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// SnapshotBoard: one thread publishes snapshots, any number of threads copy the latest one without
-// waiting. A reader takes no lock and is not held up by a writer that the system has interrupted:
-// the writer fills the place that was published longest ago. Only a reader that is itself
-// interrupted while seven snapshots are published has to copy again.
+// SnapshotBoard: one thread publishes snapshots, and any number of threads copy the latest one
+// without waiting. A reader takes no lock, and a writer that the system has interrupted does not
+// delay it: the writer fills the place that was published longest ago. A reader copies again only
+// if it is itself interrupted while seven snapshots are published.
 #pragma once
 
 #include <array>
@@ -15,7 +15,7 @@
 
 namespace velquin {
 
-/// @tparam kPlaces for how many snapshots; tests take few, so that readers and the writer meet
+/// @tparam kPlaces number of snapshots; tests use few, so that readers and the writer meet
 template <uint32_t kPlaces>
 class BasicSnapshotBoard {
  public:

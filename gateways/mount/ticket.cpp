@@ -70,7 +70,7 @@ void Ticket::OnKnown(Callback callback) const {
   try {
     callback(*outcome);
   } catch (...) {
-    // As promised: what a callback throws changes nothing.
+    // As documented: an exception of a callback has no effect.
   }
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Ticket: the receipt of one request, through which its outcome becomes known exactly once.
-// Copies share it. It outlives the mount, whose end ends every ticket. Any thread.
+// Ticket: the receipt of one request; it gets its outcome exactly once. Copies share it. It
+// outlives the mount, whose destructor ends every ticket. Any thread.
 #pragma once
 
 #include <chrono>
@@ -15,15 +15,15 @@ enum class Outcome {
   kDone,
   kBelowHorizon,  ///< the target is below the horizon; nothing moved
   kRefused,       ///< the controller refused the command
-  kNoAnswer,      ///< sent, but not acknowledged: whether it was obeyed is unknown
+  kNoAnswer,      ///< sent, but not acknowledged: whether the mount obeyed is unknown
   kParked,        ///< the mount is parked
   kMoving,        ///< not possible while the mount moves
-  kAxisBusy,      ///< a pulse runs on the axis, and the caller did not want to replace it
+  kAxisBusy,      ///< a pulse runs on the axis, and the caller asked not to replace it
   kInvalidValue,  ///< a value is out of range or not a number; nothing was sent
-  kNotConnected,  ///< there is no connection, or it was ended by the caller
+  kNotConnected,  ///< there is no connection, or the caller ended it
   kLinkLost,      ///< the controller is silent
   kCancelledByStop,
-  kOvertaken,         ///< a later request took its place
+  kOvertaken,         ///< a later request replaced it
   kStoppedElsewhere,  ///< the mount came to rest, but not at its goal
 };
 
@@ -34,22 +34,22 @@ class TicketState;
 
 class Ticket {
  public:
-  /// Called once with the outcome, on a thread of the mount's, without any lock held; on the
-  /// caller's own when the outcome is known already. May throw (nothing happens), block (only other
-  /// callbacks of tickets wait) and destroy the mount.
+  /// Calls the callback once with the outcome, on a thread of the mount, without any lock held; on
+  /// the caller's thread if the outcome is known already. The callback may throw (no effect), block
+  /// (only other callbacks of tickets wait) and destroy the mount.
   using Callback = std::function<void(Outcome outcome)>;
 
   explicit Ticket(std::shared_ptr<TicketState> state) : state_(std::move(state)) {}
 
   /// @return a number that no other ticket of this process has.
   uint64_t Id() const;
-  /// @return the outcome, or nothing while it is not known.
+  /// @return the outcome, or nothing while it is unknown.
   std::optional<Outcome> Result() const;
   bool IsKnown() const { return Result().has_value(); }
-  /// Waits. @return the outcome, or nothing when the time was over first.
+  /// Waits. @return the outcome, or nothing if the time was over first.
   std::optional<Outcome> WaitFor(std::chrono::steady_clock::duration longest) const;
   std::optional<Outcome> WaitUntil(std::chrono::steady_clock::time_point deadline) const;
-  /// Every callback given is called once.
+  /// Every callback is called once.
   void OnKnown(Callback callback) const;
 
  private:

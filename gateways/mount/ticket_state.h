@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// TicketState: what the copies of a ticket share. Any thread.
+// TicketState: the data that the copies of a ticket share. Any thread.
 #pragma once
 
 #include <condition_variable>
@@ -20,12 +20,12 @@ class TicketState {
 
   const uint64_t id;
 
-  /// Makes the outcome known. @param callbacks receives those to be called, without a lock
-  /// @return false, and nothing happens, when it is known already.
+  /// Sets the outcome. @param callbacks receives those to be called, without a lock
+  /// @return false, and nothing happens, if it is known already.
   bool Complete(Outcome outcome, std::vector<Ticket::Callback>& callbacks);
   std::optional<Outcome> Result() const;
   std::optional<Outcome> WaitUntil(std::chrono::steady_clock::time_point deadline) const;
-  /// @return the outcome when it is known, and then the callback is left to the caller.
+  /// @return the outcome if it is known; then the caller must run the callback.
   std::optional<Outcome> Add(Ticket::Callback& callback);
 
  private:

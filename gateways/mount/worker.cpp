@@ -24,7 +24,7 @@ std::string Worker::Version() const {
 
 void Worker::Run() {
   while (!inbox_->IsQuitting()) {
-    // Between two attempts to stop everything else waits, though not for a new order.
+    // Between two attempts to stop, everything except a new order waits.
     const bool stopWaits = !stops_.empty() && Clock::now() < nextStop_;
     inbox_->WaitUntil(NextDue(), stopWaits ? Inbox::WakeFor::kUrgent : Inbox::WakeFor::kAnything);
     if (!inbox_->IsQuitting()) Step();
@@ -55,8 +55,8 @@ void Worker::Work() {
     return;
   }
   if (PerformMotion(now) || PerformClock(now)) return;
-  // Requests in a row must not keep the status from being read, nor statuses that take long to come
-  // keep requests from being carried out.
+  // Successive requests must not keep the status from being read, nor slow statuses keep requests
+  // from being carried out.
   const bool isOverdue = now >= PollDue() + inbox_->PollPeriod(IsMoving());
   if (!isOverdue || std::exchange(isTurnOfRequests_, false)) {
     if (auto request = inbox_->TakeRequest()) return Perform(std::move(*request));

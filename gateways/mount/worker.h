@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Worker: the one thread that talks to a controller. It takes requests from the inbox, makes one
+// Worker: the only thread that talks to a controller. It takes requests from the inbox, makes one
 // exchange after the other, keeps the state of the mount, and announces it. Owned by Mount; all
 // members belong to the thread that calls Run.
 //
-// What goes first: orders about the connection, stops, moves and the clock when their time has
-// come, then a status that is overdue and requests in turn, the next status.
+// Order of work: first orders about the connection, then stops, then moves and the clock when they
+// are due, then an overdue status and requests in turn, then the next status.
 #pragma once
 
 #include <array>
@@ -31,7 +31,7 @@ class Worker {
   Worker(const MountOptions& options, std::shared_ptr<Inbox> inbox,
          std::shared_ptr<Announcer> announcer, ExchangeJournal& journal);
 
-  /// Returns after Inbox::Quit, when every ticket has ended.
+  /// Returns after Inbox::Quit, when all tickets have ended.
   void Run();
   /// @return the controller's version text; any thread.
   std::string Version() const;
@@ -46,16 +46,16 @@ class Worker {
   /// One exchange, counted.
   Answer Ask(const std::string& command, const Patience& patience = {},
              const char* otherKey = nullptr);
-  /// An exchange that is made again after one without a usable answer, unless something urgent
-  /// waits.
+  /// An exchange that is repeated once if it had no usable answer, unless something urgent waits.
   Answer AskAgain(const std::string& command, int tries = 2, const char* otherKey = nullptr);
-  /// @return what an answer to a setting or an action says about it.
+  /// @return the outcome that an answer to a setting or an action means.
   Outcome OutcomeOf(const Answer& answer) const;
   void End(TicketPtr& ticket, Outcome outcome);
   void Publish();
 
-  // --- worker_status.cpp: what the mount says ----------------------------------------------------
-  /// Asks for the status. @return true when a good one came.
+  // --- worker_status.cpp: the mount's status
+  // ------------------------------------------------------
+  /// Asks for the status. @return true if a good one arrived.
   bool Poll(const Patience& patience);
   Patience PollPatience() const;
   MonotonicTime PollDue() const;
@@ -76,7 +76,7 @@ class Worker {
   void TryAgain();
   void LinkIsBack(double movedDegrees, int stateBefore);
   void LookUp();
-  /// Ends everything that was under way.
+  /// Ends everything in progress.
   void EndAll(Outcome outcome);
 
   // --- worker_requests.cpp -----------------------------------------------------------------------
@@ -95,7 +95,7 @@ class Worker {
   };
   void Travel(const std::string& command, const Destination& destination, Motion motion,
               TicketPtr ticket);
-  /// @return true, and the ticket has ended, when the mount is parked.
+  /// @return true, and the ticket has ended, if the mount is parked.
   bool RefuseWhileParked(TicketPtr& ticket);
 
   // --- worker_motion.cpp: moves, pulses, stops ---------------------------------------------------
@@ -140,7 +140,7 @@ class Worker {
   bool isTurnOfRequests_ = false;  // a status was read while they waited
   int abandonedPolls_ = 0;
 
-  // A goto, home, park or unpark that was acknowledged.
+  // An acknowledged goto, home, park or unpark.
   struct Journey {
     TicketPtr ticket;
     ArrivalJudge judge;
@@ -148,28 +148,28 @@ class Worker {
   };
   std::optional<Journey> journey_;
 
-  // One call of Guide; its ticket ends when no axis is left.
+  // One call of Guide; its ticket ends when both axes are done.
   struct PulseJob {
     TicketPtr ticket;
     int axesLeft;
   };
   MotionPlan plan_;
   std::array<std::shared_ptr<PulseJob>, kAxisCount> pulses_;
-  std::array<TicketPtr, kAxisCount> moves_;  // that wait for an acknowledgement
-  MonotonicTime nextMove_;                   // no command before, the last one having failed
-  bool moveFailed_ = false;                  // a status is wanted before the next
+  std::array<TicketPtr, kAxisCount> moves_;  // waiting for an acknowledgement
+  MonotonicTime nextMove_;                   // no command before this, as the last one failed
+  bool moveFailed_ = false;                  // a status must be read before the next one
 
-  Inbox::Tickets stops_;  // that wait for one
+  Inbox::Tickets stops_;  // waiting for an acknowledgement
   bool stopAcknowledged_ = false;
   MonotonicTime nextStop_;
 
-  // Site and clock that wait for a mount at rest and for a full minute.
+  // Site and clock that wait until the mount is at rest, and for a full minute.
   struct ClockJob {
     std::chrono::nanoseconds ahead;
     TicketPtr ticket;
     int triesLeft;
     MonotonicTime due;
-    std::optional<SiteTime> minute;  // to be sent when due; empty: to be prepared when due
+    std::optional<SiteTime> minute;  // sent when due; empty: prepared when due
   };
   std::optional<Site> site_;
   TicketPtr siteTicket_;

@@ -12,9 +12,9 @@ using std::chrono::milliseconds;
 using std::chrono::nanoseconds;
 using Clock = std::chrono::steady_clock;
 
-// So long before the minute the controller's clock is read and nothing else is begun.
+// This long before the minute the controller's clock is read, and no other work begins.
 constexpr milliseconds kPreparation{250};
-// A command that would leave later than this waits for the next minute.
+// A command that would be sent later than this waits for the next minute.
 constexpr milliseconds kLatest{20};
 constexpr milliseconds kOldest{3000};
 constexpr int kTries = 3;
@@ -58,7 +58,7 @@ void Worker::HandSiteOver() {
   if (outcome == Outcome::kDone) {
     state_.hasSite = false;
     ReadSite();
-    // Acknowledged, so it is known even when the reading back failed.
+    // Acknowledged, so it is known even if reading back failed.
     if (!state_.hasSite) state_.site = site;
     state_.hasSite = true;
     Poll(PollPatience());
@@ -66,7 +66,7 @@ void Worker::HandSiteOver() {
   End(ticket, outcome);
 }
 
-// Wakes a little before a full minute that leaves enough time to prepare.
+// Wakes shortly before a full minute, early enough to prepare.
 void Worker::PlanClock() {
   const ClockHandOver next = NextFullMinute(RightTime(clock_->ahead), 2 * kPreparation, 0);
   clock_->minute.reset();
@@ -80,11 +80,11 @@ void Worker::PrepareClock() {
   patience.until = Clock::now() + kPreparation / 2;
   Poll(patience);
   if (!clock_) return;  // the link is lost
-  // On a slow link the new status does not come in time; one of before tells the clock as well.
+  // On a slow link the new status does not arrive in time; an earlier one gives the clock as well.
   const bool isFresh = state_.Age() < kOldest;
   const ClockHandOver next = NextFullMinute(RightTime(clock_->ahead), nanoseconds{0},
                                             state_.hasSite ? state_.site.zoneHours : 0);
-  // Without the zone the local time is not known, without a status the controller's clock.
+  // Without the zone the local time is unknown; without a status the controller's clock is unknown.
   if (!isFresh || !state_.hasSite || IsMoving() || next.wait > kPreparation) return PlanClock();
   clock_->due = Clock::now() + std::chrono::duration_cast<Clock::duration>(next.wait);
   clock_->minute = next.local;

@@ -13,9 +13,9 @@ using std::chrono::microseconds;
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
-// A pulse's end is told with a status from after it, if one can be had within this time.
+// The end of a pulse is reported with a later status, if one arrives within this time.
 constexpr milliseconds kClosingPoll{200};
-// The pace of repeated commands where an exchange fails at once, the network being down.
+// The pace of repeated commands when an exchange fails at once because the network is down.
 constexpr milliseconds kPause{100};
 
 constexpr Axis kAxes[] = {Axis::kRa, Axis::kDec};
@@ -64,7 +64,7 @@ void Worker::Perform(const GuideRequest& request, TicketPtr ticket) {
   PerformMotion(Clock::now());
 }
 
-// The command goes before the news: the axis that goes on must not wait for a poll.
+// The command is sent before the end is reported: the continuing axis must not wait for a poll.
 bool Worker::PerformMotion(MonotonicTime now) {
   if (now < nextMove_) return false;
   const MotionPlan::Ended ended = plan_.EndSegment(now);
@@ -92,7 +92,7 @@ void Worker::SendMove(const MotionPlan::Command& command) {
   for (const Axis axis : kAxes) {
     if (!plan_.IsPulsing(axis)) EndPulse(Index(axis), outcome);
   }
-  // A held axis is commanded again, and so is an end; then their tickets wait on.
+  // A held axis is commanded again, and so is an end; their tickets then continue to wait.
   if (plan_.IsIdle()) EndMoveTickets(outcome);
 }
 
@@ -114,7 +114,7 @@ void Worker::ClosePulses(const std::array<bool, kAxisCount>& ended) {
   for (TicketPtr& ticket : done) End(ticket, Outcome::kDone);
 }
 
-// Ends a pulse before its time. The other axis of the same call goes on.
+// Ends a pulse early. The other axis of the same call continues.
 void Worker::EndPulse(size_t axis, Outcome outcome) {
   if (!pulses_[axis]) return;
   TicketPtr ticket = pulses_[axis]->ticket;
@@ -140,8 +140,8 @@ bool Worker::HasStopToSend() const {
   return inbox_->HasStop() || (!stops_.empty() && Clock::now() >= nextStop_);
 }
 
-// The driver's two commands: the second one ends moves by hand on controllers where the first does
-// not.
+// The driver's two commands: the second one ends hand moves on controllers on which the first one
+// does not.
 void Worker::PerformStop() {
   const Inbox::Tickets added = inbox_->TakeStops();
   if (!added.empty()) stopAcknowledged_ = false;

@@ -54,7 +54,7 @@ void Worker::Travel(const std::string& command, const Destination& destination, 
   const Answer answer = AskAgain(command);
   const Outcome outcome = OutcomeOf(answer);
   if (outcome != Outcome::kDone) {
-    // What was under way goes on, as far as is known; the next status tells.
+    // The previous motion continues, as far as is known; the next status shows it.
     pollAtOnce_ = true;
     return End(ticket, outcome);
   }
@@ -81,7 +81,7 @@ void Worker::Perform(const SyncRequest& request, TicketPtr ticket) {
   if (outcome == Outcome::kDone) {
     state_.hasTarget = true;
     state_.target = request.position;
-    Poll(PollPatience());  // so that whoever sees the outcome sees the new position
+    Poll(PollPatience());  // so that callers who see the outcome see the new position
   }
   End(ticket, outcome);
 }
@@ -104,7 +104,7 @@ void Worker::Perform(const ResetAlignmentRequest& /*request*/, TicketPtr ticket)
   End(ticket, outcome);
 }
 
-// Some controllers answer these settings under the key of another command.
+// Some controllers answer these settings with the key of another command.
 void Worker::Perform(const MeridianRequest& request, TicketPtr ticket) {
   const CString command =
       command_text::Meridian(request.settings.stopDegrees, request.settings.gotoDegrees);

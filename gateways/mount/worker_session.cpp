@@ -17,7 +17,7 @@ constexpr std::chrono::seconds kLongestLookUp{15};
 constexpr double kSamePlaceDegrees = 0.05;
 constexpr double kSiderealHoursPerSecond = 1.00273790935 / 3600.0;
 
-// @return where a mount points that nobody has touched since a status.
+// @return where a mount points that was not moved since a status.
 SkyPoint Untouched(const SkyPoint& position, const MountStatus& status,
                    MonotonicTime::duration since) {
   if (status.state == kStateTracking || status.state == kStateSlewing) return position;
@@ -72,7 +72,7 @@ void Worker::ContinueConnecting() {
 
 void Worker::Connect() {
   const ConnectFailure failure = Identify();
-  if (inbox_->Urgent()) return;  // a new order, or the end; what came of this one matters no more
+  if (inbox_->Urgent()) return;  // a new order, or the end: this result does not matter
   if (failure != ConnectFailure::kNone) return FailToConnect(failure);
   ReadSite();
   HandSettingsOver();
@@ -119,7 +119,7 @@ void Worker::ReadSite() {
   state_.site = {reply.latitudeDegrees, reply.longitudeDegrees, reply.zone};
 }
 
-// What was handed over before goes before what the options say: the caller has changed it since.
+// Settings from callers precede those from the options: the caller has changed them since.
 void Worker::HandSettingsOver() {
   const auto rates = state_.hasGuideRates ? std::optional(state_.guideRates) : options_.guideRates;
   if (rates) Perform(GuideRatesRequest{*rates}, nullptr);
@@ -128,7 +128,7 @@ void Worker::HandSettingsOver() {
 }
 
 void Worker::LoseLink() {
-  // Not yet a connection: the attempt to connect tells what has failed.
+  // Not a connection yet: the attempt to connect reports the failure.
   if (state_.connection != Connection::kConnected) return;
   state_.connection = Connection::kLost;
   inbox_->Refuse(Outcome::kLinkLost);

@@ -11,11 +11,11 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Polls given up one after the other, so that moves are sent in time; then one is let finish.
+// The number of polls abandoned in a row, so that moves are sent in time; the next one may finish.
 constexpr int kMostAbandonedPolls = 3;
 constexpr ptrdiff_t kStatusFields = 11;
 
-// A status that was cut or changed on its way must not pass for the mount's position.
+// A status that was truncated or corrupted in transit must not count as the mount's position.
 bool IsPlausible(const std::string& line, const MountStatus& status) {
   if (std::count(line.begin(), line.end(), ',') < kStatusFields - 1) return false;
   return status.raDegrees >= 0.0 && status.raDegrees <= 360.0 && status.decDegrees >= -90.0 &&
