@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The seam to the two clocks the driver reads. Any thread.
+// Operating-system seam: the two clocks that the driver reads. Any thread.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The seam to the debugger's output window (standard error elsewhere). Any thread.
+// Operating-system seam: the debugger's output window (standard error elsewhere). Any thread.
 #pragma once
 
 namespace platform {

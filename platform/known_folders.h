@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The seam to the folders that the system assigns to the user. Any thread.
+// Operating-system seam: the folders that the system assigns to the user. Any thread.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 namespace platform {
 
 /// Finds the current user's local application-data folder (without a separator at its end).
-/// @return false when the system has none.
+/// @return false if the system has none.
 bool LocalAppDataFolder(std::wstring& folder);
 
 }  // namespace platform

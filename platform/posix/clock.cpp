@@ -8,7 +8,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// POSIX clock() counts processor time; the driver means time since the process started.
+// POSIX clock() counts processor time; the driver needs the time since the process started.
 const Clock::time_point processStart = Clock::now();
 
 }  // namespace

@@ -16,7 +16,7 @@ namespace platform {
 static_assert(sizeof(SocketAddress) == sizeof(sockaddr_in));
 static_assert(kNoAddress == INADDR_NONE);
 
-// POSIX sockets need no start-up; the pair exists so that callers read the same everywhere.
+// POSIX sockets need no start-up; the pair exists so that callers look the same on all systems.
 int StartSockets(uint16_t, SocketStartupData&) {
   return 0;
 }
@@ -67,14 +67,14 @@ int SendDatagram(SocketHandle socket, const char* bytes, int count, const Socket
 }
 
 ReadWait WaitReadable(SocketHandle socket, const WaitTime& timeOut) {
-  // FD_SET writes outside its set for descriptors above its size.
+  // FD_SET writes outside its set for descriptors beyond its size.
   if (socket < 0 || socket >= FD_SETSIZE) return {kSocketError, false};
   fd_set readSet;
   FD_ZERO(&readSet);
   FD_SET(socket, &readSet);
   timeval left = {timeOut.seconds, timeOut.microseconds};
   const int result = select(socket + 1, &readSet, nullptr, nullptr, &left);
-  // After an error the set is as it was before, and a read would block.
+  // After an error the set is unchanged, and a read would block.
   return {result, result > 0 && FD_ISSET(socket, &readSet)};
 }
 

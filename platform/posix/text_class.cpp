@@ -12,7 +12,7 @@ bool IsMultibyteAlnum(int code) {
          (code >= 'a' && code <= 'z');
 }
 
-// Texts are UTF-8 here, where no byte of one character looks like another character.
+// Texts are UTF-8 here: no byte of one character looks like another character.
 int CompareTextNoCase(const char* first, const char* second) {
   return strcasecmp(first, second);
 }

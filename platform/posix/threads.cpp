@@ -68,7 +68,7 @@ pthread_key_t SlotKey(const ThreadSlot* slot) {
 
 }  // namespace
 
-// The slot is the key itself, one up so that it is never the null pointer.
+// The slot is the key plus one, so that it is never the null pointer.
 ThreadSlot* CreateThreadSlot() {
   pthread_key_t key = 0;
   if (pthread_key_create(&key, nullptr) != 0) return nullptr;

@@ -16,7 +16,7 @@ bool CreateFolders(const std::wstring& folder) {
   const size_t parentEnd = folder.find_last_of(L"\\/");
   if (parentEnd == std::wstring::npos || parentEnd == 0) return false;
   const std::wstring parent = folder.substr(0, parentEnd);
-  // Another process may make the parent at the same moment; what counts is that it is there.
+  // Another process may create the parent at the same moment; it only has to exist.
   return (CreateFolders(parent) || PathExists(parent)) && CreateDirectoryW(folder.c_str(), nullptr);
 }
 

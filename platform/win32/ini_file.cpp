@@ -10,8 +10,8 @@
 namespace platform {
 namespace {
 
-// The profile calls know paths of MAX_PATH characters, a bare name behind the Windows folder. Not
-// every system looks before it writes a longer one into its buffer.
+// The profile calls accept paths of MAX_PATH characters, including the Windows folder in front of a
+// bare name. Not every system checks the length before it copies a longer one into its buffer.
 bool FitsAPath(const char* file) {
   std::wstring path(std::strlen(file) + 1, L'\0');
   const int room = static_cast<int>(path.size());
@@ -25,7 +25,7 @@ bool FitsAPath(const char* file) {
 
 void ReadIniText(const char* file, const char* section, const char* key, const char* fallback,
                  char* buffer, size_t size) {
-  // Without a file there is no section, and the fallback is copied as it would be otherwise.
+  // Without a file there is no section, and the fallback is copied as usual.
   const char* known = FitsAPath(file) ? file : "";
   GetPrivateProfileStringA(section, key, fallback, buffer, static_cast<DWORD>(size), known);
 }

@@ -2,7 +2,7 @@
 #include "platform/known_folders.h"
 
 #include <windows.h>
-// shlobj.h needs windows.h before it.
+// shlobj.h needs windows.h first.
 #include <shlobj.h>
 
 namespace platform {

@@ -62,7 +62,7 @@ ReadWait WaitReadable(SocketHandle socket, const WaitTime& timeOut) {
   FD_SET(socket, &readSet);
   timeval span = {timeOut.seconds, timeOut.microseconds};
   const int result = select(static_cast<int>(socket) + 1, &readSet, nullptr, nullptr, &span);
-  // After an error the set is as it was before, and a read would block.
+  // After an error the set is unchanged, and a read would block.
   return {result, result > 0 && FD_ISSET(socket, &readSet) != 0};
 }
 

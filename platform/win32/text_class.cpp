@@ -2,7 +2,7 @@
 #include "platform/text_class.h"
 
 #include <cstring>
-// After the C++ headers, which these two upset.
+// After the C++ headers: these two break C++ headers that follow them.
 #include <mbctype.h>
 #include <mbstring.h>
 
@@ -17,7 +17,7 @@ int CompareTextNoCase(const char* first, const char* second) {
                   reinterpret_cast<const unsigned char*>(second));
 }
 
-// Not _mbsstr: under Wine that finds second bytes too.
+// Not _mbsstr: under Wine it also finds second bytes.
 const char* FindText(const char* text, const char* part) {
   const size_t length = std::strlen(part);
   while (*text != '\0') {

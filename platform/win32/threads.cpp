@@ -50,8 +50,8 @@ struct ThreadStart {
   HMODULE module;
 };
 
-// A host may unload the library while a thread of ours still runs. The thread therefore holds a
-// reference to the module it runs in and gives it back in the one call that never returns here.
+// A host may unload the library while one of its threads still runs. So the thread holds a
+// reference to its module, and releases it in the one call that never returns here.
 DWORD WINAPI ThreadEntry(void* argument) {
   const ThreadStart start = *static_cast<ThreadStart*>(argument);
   delete static_cast<ThreadStart*>(argument);
@@ -71,7 +71,7 @@ HMODULE HoldThisModule() {
 Thread* BeginThread(ThreadRoutine routine, void* parameter) {
   auto thread = std::make_unique<Thread>();
   auto start = std::make_unique<ThreadStart>(ThreadStart{routine, parameter, nullptr});
-  // A thread whose code could be unloaded under it had better not begin.
+  // A thread must not start if its code could be unloaded while it runs.
   start->module = HoldThisModule();
   if (start->module == nullptr) return nullptr;
   ThreadStart* const given = start.release();  // the new thread deletes it
@@ -100,7 +100,7 @@ void SleepMs(int durationMs) {
 
 namespace {
 
-// The slot is the index itself, one up so that it is never the null pointer.
+// The slot is the index plus one, so that it is never the null pointer.
 DWORD SlotIndex(const ThreadSlot* slot) {
   return static_cast<DWORD>(reinterpret_cast<uintptr_t>(slot) - 1);
 }
