@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// CArray: the growable array, with the object layout documented for the DLL build (a virtual-table
-// pointer, data, size, maximum, grow-by). Differs from the documented class: only the members the
-// driver uses; elements are moved, not copied byte by byte, when the array grows.
+// CArray: the growable array, with the object layout documented for the DLL build (virtual-table
+// pointer, data, size, maximum, grow-by). Differences from the documented class: it has only the
+// members that the driver uses; a growing array moves its elements instead of copying their bytes.
 // Not locked: one thread at a time.
 #pragma once
 
@@ -35,7 +35,7 @@ class CArray {
   /// Appends a copy. @return its index.
   ptrdiff_t Add(ARG_TYPE element) {
     if (m_nSize == m_nMaxSize) {
-      // Copied first: the element may live in this array.
+      // Copied first: the element may be in this array.
       TYPE copy(element);
       Grow();
       new (m_pData + m_nSize) TYPE(std::move(copy));
@@ -45,7 +45,7 @@ class CArray {
     return m_nSize++;
   }
 
-  /// Appends an element that the caller has no more use for. @return its index.
+  /// Appends an element by moving it. @return its index.
   ptrdiff_t Add(TYPE&& element)
     requires(!std::is_same_v<ARG_TYPE, TYPE>)
   {
@@ -60,7 +60,7 @@ class CArray {
     std::destroy_at(m_pData + --m_nSize);
   }
 
-  /// Destroys all elements and gives the memory back.
+  /// Destroys all elements and frees the memory.
   void RemoveAll() {
     std::destroy_n(m_pData, m_nSize);
     ::operator delete(m_pData);

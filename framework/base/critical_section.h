@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// CCriticalSection: the recursive lock. Differs from the documented class: no common base with
-// other locks; Lock and Unlock return nothing, as they cannot fail.
+// CCriticalSection: the recursive lock. Differences from the documented class: no common base with
+// other locks; Lock and Unlock return nothing, since they cannot fail.
 #pragma once
 
 #include "framework/base/thread_annotations.h"
@@ -11,7 +11,7 @@ struct RecursiveLock;
 
 class CAPABILITY("mutex") CCriticalSection {
  public:
-  /// Throws CResourceException with the system's error when the lock cannot be had.
+  /// Throws CResourceException with the system's error if the lock cannot be created.
   CCriticalSection();
   ~CCriticalSection();
   CCriticalSection(const CCriticalSection&) = delete;
@@ -24,7 +24,7 @@ class CAPABILITY("mutex") CCriticalSection {
   platform::RecursiveLock* m_lock;
 };
 
-/// Holds a lock for the length of a block.
+/// Holds a lock until the end of the block.
 class SCOPED_CAPABILITY CSingleLock {
  public:
   explicit CSingleLock(CCriticalSection& lock) ACQUIRE(lock) : m_lock(lock) { m_lock.Lock(); }

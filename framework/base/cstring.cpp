@@ -19,7 +19,7 @@ bool IsSpace(char c) {
   return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-// Part of a character of two bytes, or at least no ASCII.
+// Part of a two-byte character, or at least not ASCII.
 bool IsDoubleByte(char c) {
   return static_cast<unsigned char>(c) >= 0x80;
 }
@@ -95,7 +95,7 @@ char CString::GetAt(int index) const {
 }
 
 CString& CString::operator+=(const CString& other) {
-  // Held on its own: other may be this string.
+  // Held separately: other may be this string.
   const CString part(other);
   Append(part, part.GetLength());
   return *this;
@@ -108,7 +108,7 @@ CString& CString::operator+=(const char* text) {
 void CString::Append(const char* text, int length) {
   if (text == nullptr || length <= 0) return;
   const int before = GetLength();
-  // A part of this very text moves with it.
+  // A part of this same text moves with it.
   const bool own = text >= m_pszData && text <= m_pszData + before;
   const ptrdiff_t offset = own ? text - m_pszData : 0;
   char* target = PrepareWrite(before + length);
@@ -137,7 +137,7 @@ int CString::Find(const char* part, int start) const {
   const char* found =
       oneCharacter ? std::strchr(m_pszData + start, part[0]) : std::strstr(m_pszData + start, part);
   if (found == nullptr) return -1;
-  // What was found may be the second byte of a double-byte character.
+  // The match may be the second byte of a double-byte character.
   if (found > m_pszData + start && IsDoubleByte(found[-1])) {
     found = platform::FindText(m_pszData + start, part);
   }
@@ -186,7 +186,7 @@ void CString::Format(const char* format, ...) {
 }
 
 void CString::FormatV(const char* format, va_list arguments) {
-  // Built apart, since the old text may be one of the arguments.
+  // Built separately, since the old text may be one of the arguments.
   CString result;
   AppendFormatted(result, format, arguments);
   *this = std::move(result);
@@ -202,7 +202,7 @@ BOOL CString::LoadString(UINT id) {
 char* CString::PrepareWrite(int length) {
   CStringData* old = Header();
   if (!IsShared(old) && length <= old->nAllocLength) return m_pszData;
-  // Half as much again, so that text built piece by piece is not copied at every piece.
+  // Half as much again, so that a text built piece by piece is not copied for every piece.
   const int room = std::max(length, GetLength() == 0 ? length : length + length / 2);
   CStringData* data = AfxGetStringManager()->Allocate(room, sizeof(char));
   if (data == nullptr) throw std::bad_alloc();

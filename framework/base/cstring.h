@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // CString: the narrow, reference-counted string. Its object and data-header layout are those
 // documented for the ANSI DLL build, since strings cross the library's boundary in CStringSep.
-// Differs from the documented class: only the members the driver uses; Format writes numbers with
-// "." whatever the process's locale; white space is that of ASCII.
-// A string is used by one thread at a time; copies in different threads may share their text.
+// Differences from the documented class: it has only the members that the driver uses; Format
+// writes numbers with "." in every locale; white space is ASCII white space. One thread at a time
+// uses a string; copies in different threads may share their text.
 #pragma once
 
 #include <cstdarg>
@@ -13,29 +13,30 @@
 
 struct CStringData;
 
-/// Gives and takes the memory of string texts. The order of the operations is part of the layout.
+/// Allocates and frees the memory of string texts. The order of the operations is part of the
+/// layout.
 class IAtlStringMgr {
  public:
   virtual CStringData* Allocate(int nAllocLength, int nCharSize) = 0;
   virtual void Free(CStringData* pData) = 0;
   virtual CStringData* Reallocate(CStringData* pData, int nAllocLength, int nCharSize) = 0;
-  virtual CStringData* GetNilString() = 0;  ///< the empty text, with one owner more
+  virtual CStringData* GetNilString() = 0;  ///< the empty text, with one more owner
   virtual IAtlStringMgr* Clone() = 0;
 
  protected:
   ~IAtlStringMgr() = default;
 };
 
-/// The header in front of every text; the text follows it at once.
+/// The header directly in front of every text.
 struct CStringData {
-  IAtlStringMgr* pStringMgr;  ///< whose memory this is
+  IAtlStringMgr* pStringMgr;  ///< owner of this memory
   int nDataLength;            ///< characters in use, without the NUL
   int nAllocLength;           ///< characters that fit, without the NUL
-  int32_t nRefs;              ///< owners; changed atomically. Below 0: one, who has locked the text
+  int32_t nRefs;  ///< owners; changed atomically. Below 0: one, which has locked the text
 
   char* data() { return reinterpret_cast<char*>(this + 1); }
   void AddRef();
-  void Release();  ///< gives the memory back to its manager when this was the last owner
+  void Release();  ///< returns the memory to its manager after the last owner
 };
 
 class CString {
@@ -62,7 +63,7 @@ class CString {
   CString& operator+=(const char* text);
   void Append(const char* text, int length);
 
-  /// Pieces are cut to what is there; negative numbers count as 0.
+  /// Parts are cut to the existing text; negative numbers count as 0.
   CString Left(int count) const;
   CString Mid(int first) const;
   CString Mid(int first, int count) const;
@@ -74,22 +75,22 @@ class CString {
 
   /// Removes white space at both ends.
   CString& Trim();
-  /// Removes every occurrence of a character. @return how many there were.
+  /// Removes every occurrence of a character. @return the number removed.
   int Remove(char character);
 
   /// printf-style; conversions d i u x c s f e g and %%, with flags, width and precision.
   void Format(const char* format, ...) __attribute__((format(printf, 2, 3)));
   void FormatV(const char* format, va_list arguments);
 
-  /// Reads the library's string table. @param id the Japanese text's number; the text comes in the
-  /// language of this load (text_language.h). @return FALSE, and the string empty, when there is no
-  /// such id.
+  /// Loads a text from the library's string table. @param id the Japanese text's number; the text
+  /// is in the language chosen at load (text_language.h). @return FALSE, and the string is empty,
+  /// if there is no such id.
   BOOL LoadString(UINT id);
 
  private:
   CStringData* Header() const { return reinterpret_cast<CStringData*>(m_pszData) - 1; }
   void Attach(CStringData* data) { m_pszData = data->data(); }
-  /// Makes the text writable by this string alone, with room for `length` characters.
+  /// Makes the text unshared and writable, with room for `length` characters.
   char* PrepareWrite(int length);
   void SetLength(int length);
 

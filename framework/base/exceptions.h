@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The framework's exceptions that the driver can meet. Differs from the documented classes in that
+// The framework's exceptions that can occur in the driver. Differences from the documented classes:
 // they are thrown by value and carry no message. None crosses the library's boundary.
 #pragma once
 
@@ -12,7 +12,7 @@ class CAtlException {
   HRESULT m_hr;  ///< the system's code
 };
 
-/// A system resource (a lock, say) could not be had; carries the system error as an HRESULT.
+/// A system resource, for example a lock, is not available; carries the system error as an HRESULT.
 class CResourceException : public CAtlException {
  public:
   using CAtlException::CAtlException;
@@ -28,7 +28,7 @@ class CInvalidArgException : public CAtlException {
 [[noreturn]] void AtlThrow(HRESULT hr);
 /// Throws CInvalidArgException.
 [[noreturn]] void AfxThrowInvalidArgException();
-/// Throws CResourceException with a system error number turned into an HRESULT.
+/// Throws CResourceException with a system error number, converted to an HRESULT.
 [[noreturn]] void AfxThrowResourceException(uint32_t systemError);
 
 /// The code of an invalid argument (E_INVALIDARG).

@@ -14,7 +14,7 @@ namespace {
 // The longest double ("%f" of the largest one) has 309 digits before the point.
 constexpr size_t kNumberRoom = 512;
 
-// One conversion of a format: "%-8.3f" and the like, ended by its letter.
+// One conversion of a format, for example "%-8.3f", up to its letter.
 struct Conversion {
   char text[32];
   char letter;
@@ -30,7 +30,7 @@ const char* ParseConversion(const char* percent, Conversion& conversion) {
   return conversion.letter == '\0' ? percent + length : percent + length + 1;
 }
 
-// The pieces of a format are checked by the compiler where Format is called.
+// The compiler checks the pieces of a format where Format is called.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 

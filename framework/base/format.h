@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// printf-style formatting whose numbers do not depend on the process's locale: the host may have
-// chosen one with a decimal comma, and the controller would misread every number.
+// printf-style formatting with numbers that do not depend on the process's locale: the host may
+// have set one with a decimal comma, and the controller would misread every number.
 #pragma once
 
 #include <cstdarg>

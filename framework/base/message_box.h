@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// AfxMessageBox: the one way in which the library tells the user something. It goes through the
+// AfxMessageBox: the only way in which the library shows messages to the user. It uses the
 // application object, so that all boxes look alike. Any thread; blocks it until the answer.
 #pragma once
 
@@ -14,5 +14,5 @@
 /// @param prompt text @param type the documented style bits @param helpId unused
 /// @return the number of the pressed button.
 int AfxMessageBox(LPCSTR prompt, UINT type = MB_OK, UINT helpId = 0);
-/// The same with a text of the string table.
+/// The same with a text from the string table.
 int AfxMessageBox(UINT promptId, UINT type = MB_OK, UINT helpId = 0);

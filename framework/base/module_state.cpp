@@ -5,15 +5,15 @@
 
 namespace {
 
-// Needed while other static objects are still being built, so it has no constructor of its own.
+// Needed while other static objects are still being built, so it has no constructor.
 constinit AFX_MODULE_STATE staticState;
 
-// The state that is current on each thread. Null before its owner below is built and after it is
-// destroyed; the static state counts then. Not a local static: its guard would take a second slot
-// of the process at every load and never give it back.
+// The current state of each thread. Null before its owner below is built and after it is destroyed;
+// the static state then applies. Not a local static: its guard would take a second slot of the
+// process at every load and never release it.
 constinit platform::ThreadSlot* currentState = nullptr;
 
-// Takes one of the process's few slots at load and gives it back at unload.
+// Takes one of the process's few slots at load and releases it at unload.
 struct CurrentStateOwner {
   CurrentStateOwner() { currentState = platform::CreateThreadSlot(); }
   ~CurrentStateOwner() {

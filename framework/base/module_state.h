@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The library's module state: which application object, and so which name and texts, count while
-// one of its functions runs. Current per thread, for the length of a call.
-// Differs from the documented mechanism: there is one state, the library's own, and a thread on
-// which none is current uses it too.
+// The library's module state: the application object, and so the name and texts, that are current
+// while one of its functions runs. Current per thread, for the length of a call. Differences from
+// the documented mechanism: there is only the library's state, and it also applies to a thread
+// without a current state.
 #pragma once
 
 class CWinApp;
@@ -11,11 +11,11 @@ struct AFX_MODULE_STATE {
   CWinApp* m_pCurrentWinApp = nullptr;  ///< set by the application object's constructor
 };
 
-/// The library's own state.
+/// The library's state.
 AFX_MODULE_STATE* AfxGetStaticModuleState();
 /// The state that is current on this thread.
 AFX_MODULE_STATE* AfxGetModuleState();
-/// Makes a state current on this thread. @return the one before, null when there was none.
+/// Makes a state current on this thread. @return the previous one, null if there was none.
 AFX_MODULE_STATE* AfxSetModuleState(AFX_MODULE_STATE* state);
 
 /// Makes a state current until the end of the block, on every path.

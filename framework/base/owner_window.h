@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-// COwnerWindow: holds a window handle that somebody else owns. It stands in for the framework's
-// window class where there are no windows: only attaching and detaching.
+// COwnerWindow: holds a window handle that it does not own. It replaces the framework's window
+// class in code without windows: it can only attach and detach.
 #pragma once
 
 #include "framework/base/types.h"
 
 class COwnerWindow {
  public:
-  /// @param window kept, never destroyed; may be null.
+  /// @param window stored, never destroyed; may be null.
   void Attach(HWND window) { m_hWnd = window; }
   /// @return the handle that was attached.
   HWND Detach() {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// CStdioFile: a text file on the C stream library. Differs from the documented class: it only
-// creates and writes, and write errors are not thrown; one thread at a time.
+// CStdioFile: a text file on the C stream library. Differences from the documented class: it only
+// creates and writes files, and write errors are not thrown. One thread at a time.
 #pragma once
 
 #include <cstdio>
@@ -16,11 +16,11 @@ class CStdioFile {
   CStdioFile(const CStdioFile&) = delete;
   CStdioFile& operator=(const CStdioFile&) = delete;
 
-  /// Opens for writing, creating the file or emptying one that is there. There are no flags for
-  /// sharing, so on Windows nobody else can open the file meanwhile, and a file that anybody has
-  /// open cannot be opened.
+  /// Opens for writing; creates the file or empties an existing one. There are no flags for
+  /// sharing. On Windows, other processes cannot open the file meanwhile, and Open fails if any of
+  /// them has it open.
   /// @param flags modeCreate | modeWrite, with typeText for the system's line ends
-  /// @return FALSE when it cannot be opened.
+  /// @return FALSE if it cannot be opened.
   BOOL Open(LPCSTR path, UINT flags);
   void WriteString(LPCSTR text);
   void Close();

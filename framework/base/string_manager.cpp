@@ -7,8 +7,8 @@
 
 namespace {
 
-// Of the empty text before any string has it: no release is the last one, and the text counts as
-// shared, so that nobody writes into it.
+// The owner count of the empty text before any string has it: no release is the last one, and the
+// text counts as shared, so that it is never written.
 constexpr int kNilOwners = 2;
 
 struct NilString {
@@ -66,8 +66,8 @@ void CStringData::AddRef() {
 
 void CStringData::Release() {
   const std::atomic_ref<int32_t> owners(nRefs);
-  // The only owner needs no locked instruction: nobody else can become one. A host's text may be
-  // locked, with a count below 0: it has one owner, too.
+  // The only owner needs no locked instruction: there is no second owner that could add one. A
+  // host's text may be locked, with a count below 0: it has one owner, too.
   if (owners.load(std::memory_order_acquire) <= 1 ||
       owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
     pStringMgr->Free(this);

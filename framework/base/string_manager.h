@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The string manager of this library's own strings: texts live on the C heap, the empty text is
-// one shared object, whose owners are counted as those of every text: hosts have it in their
-// strings, too, and count them. Any thread.
+// The string manager of this library's strings. Texts live on the C heap. The empty text is one
+// shared object, whose owners are counted like those of every text: hosts hold it in their strings,
+// too, and count it. Any thread.
 #pragma once
 
 #include "framework/base/cstring.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Names for clang's thread-safety analysis, which scripts/lint runs: they say which lock guards
-// what. Empty for other compilers.
+// Names for clang's thread-safety analysis, which scripts/lint runs: they declare which lock guards
+// which data. Empty for other compilers.
 #pragma once
 
 #if defined(__clang__)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The system's basic type names, so that code without windows reads the same in every build. They
-// agree with windows.h where both are included.
+// The system's basic type names, so that code without windows looks the same in every build. They
+// agree with windows.h if both are included.
 #pragma once
 
 #include <cstdint>

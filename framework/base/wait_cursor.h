@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// CWaitCursor: shows the busy pointer for the length of a block. Any thread.
+// CWaitCursor: shows the busy pointer until the end of the block. Any thread.
 #pragma once
 
 class CWaitCursor {

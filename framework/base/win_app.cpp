@@ -38,7 +38,7 @@ int CWinApp::ExitInstance() {
 }
 
 int CWinApp::DoMessageBox(LPCSTR prompt, UINT type, UINT) {
-  // A box that asks for no icon gets the exclamation mark.
+  // A box without an icon gets the exclamation mark.
   const UINT shown = (type & kIconBits) == 0 ? type | MB_ICONEXCLAMATION : type;
   return platform::ShowMessageBox(prompt, AppName(), shown);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// CWinThread: a worker thread. Differs from the documented class: the object never deletes itself;
-// it belongs to whoever began the thread, so that waiting for its end is safe however fast it ends.
+// CWinThread: a worker thread. Differences from the documented class: the object never deletes
+// itself. The code that began the thread owns it, so waiting for the end is safe even if the thread
+// ends quickly.
 #pragma once
 
 #include "framework/base/types.h"
@@ -14,12 +15,12 @@ using AFX_THREADPROC = UINT (*)(LPVOID parameter);
 
 class CWinThread {
  public:
-  /// Waits for the end of the thread if nobody has.
+  /// Waits for the end of the thread, unless a caller already has.
   ~CWinThread();
   CWinThread(const CWinThread&) = delete;
   CWinThread& operator=(const CWinThread&) = delete;
 
-  /// Waits without time limit until the thread has ended. Not from the thread itself.
+  /// Waits without a time limit until the thread has ended. Do not call it on the thread itself.
   void Join();
 
  private:
@@ -33,7 +34,7 @@ class CWinThread {
   platform::Thread* m_thread = nullptr;
 };
 
-/// Begins a thread with normal priority and the default stack; it starts at once, in the module
+/// Begins a thread with normal priority and the default stack. It starts at once, in the module
 /// state of the caller.
-/// @return the thread object, owned by the caller, or null when the system has no thread to give.
+/// @return the thread object, owned by the caller; null if the system cannot create a thread.
 CWinThread* AfxBeginThread(AFX_THREADPROC routine, LPVOID parameter);

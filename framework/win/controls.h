@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The system's controls as windows of the library: CButton, CStatic, CEdit, CSliderCtrl and
-// CSpinButtonCtrl. Each subclasses a control of a dialog template; only what library/ui/ asks of
-// them.
+// CSpinButtonCtrl. Each subclasses a control of a dialog template. Only the members that
+// library/ui/ uses.
 #pragma once
 
 #include "framework/win/wnd.h"

@@ -15,7 +15,7 @@ class CDataExchange {
   CWnd* const m_pDlgWnd;
 };
 
-/// Exchanges a text. @param id of a control that the dialog has
+/// Exchanges a text. @param id of an existing control of the dialog
 void DDX_Text(CDataExchange* exchange, UINT id, CString& text);
 /// Exchanges the position of a trackbar.
 void DDX_Slider(CDataExchange* exchange, UINT id, int& position);

@@ -5,14 +5,14 @@
 
 namespace {
 
-// Drawing takes narrow texts for the code page of the selected font, which is not UTF-8 where only
-// this process has that as its code page; so such texts are handed over wide.
+// Drawing reads narrow texts in the code page of the selected font. That is not UTF-8 if UTF-8 is
+// the code page of this process only, so such texts are passed as wide texts.
 bool TextsAreUtf8() {
   return ::GetACP() == CP_UTF8;
 }
 
 std::wstring WideFromUtf8(const char* text, int length) {
-  std::wstring wide(static_cast<size_t>(length), L'\0');  // has no more units than that
+  std::wstring wide(static_cast<size_t>(length), L'\0');  // the text has at most that many units
   const int size = ::MultiByteToWideChar(CP_UTF8, 0, text, length, wide.data(), length);
   wide.resize(static_cast<size_t>(size));
   return wide;
@@ -21,7 +21,7 @@ std::wstring WideFromUtf8(const char* text, int length) {
 }  // namespace
 
 void CDC::FillSolidRect(const RECT& rect, COLORREF colour) {
-  // An opaque text background of no text: fills without making a brush.
+  // Draws an empty text with an opaque background: fills without creating a brush.
   const COLORREF before = SetBkColor(colour);
   ::ExtTextOutA(m_hDC, 0, 0, ETO_OPAQUE, &rect, nullptr, 0, nullptr);
   SetBkColor(before);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Device contexts: CDC wraps one that somebody else owns, the derived classes own theirs for a
-// block. Differ from the documented classes: objects are selected by handle, so no temporary
-// objects; only the drawing calls that library/ui/ uses. UI thread only.
+// Device contexts: CDC wraps one that it does not own; the derived classes own theirs for a block.
+// Differences from the documented classes: objects are selected by handle, so there are no
+// temporary objects; only the drawing calls that library/ui/ uses. UI thread only.
 #pragma once
 
 #include "framework/base/cstring.h"
@@ -17,7 +17,7 @@ class CDC {
 
   HDC GetSafeHdc() const { return m_hDC; }
 
-  /// @return what was selected before, to be selected again before the object is deleted.
+  /// @return the previous object. Select it again before deleting the object.
   HGDIOBJ SelectObject(HGDIOBJ object) { return ::SelectObject(m_hDC, object); }
   int SetBkMode(int mode) { return ::SetBkMode(m_hDC, mode); }
   COLORREF SetBkColor(COLORREF colour) { return ::SetBkColor(m_hDC, colour); }
@@ -48,7 +48,7 @@ class CDC {
   HDC m_hDC;
 };
 
-/// Paints the invalid part of a window in answer to WM_PAINT.
+/// Paints the invalid part of a window; for WM_PAINT.
 class CPaintDC : public CDC {
  public:
   explicit CPaintDC(HWND window) : CDC(nullptr), m_hWnd(window) {

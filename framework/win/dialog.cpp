@@ -10,7 +10,7 @@
 
 namespace {
 
-// The place is in the header of the template, which has two layouts.
+// The position is in the header of the template, which has two layouts.
 bool IsUnplaced(UINT templateId) {
   const HINSTANCE module = AfxGetResourceHandle();
   const HRSRC found = ::FindResourceA(module, MAKEINTRESOURCEA(templateId), RT_DIALOG);
@@ -21,7 +21,7 @@ bool IsUnplaced(UINT templateId) {
   return place[0] == 0 && place[1] == 0;
 }
 
-// Of the screen that a window is on, without the task bar.
+// The work area of a window's screen, without the task bar.
 CRect WorkArea(HWND window) {
   MONITORINFO screen = {};
   screen.cbSize = sizeof screen;
@@ -29,8 +29,8 @@ CRect WorkArea(HWND window) {
   return screen.rcWork;
 }
 
-// A place as near to the wanted one as lets something of that length lie in between; the beginning
-// counts where it is too long.
+// The position nearest to the wanted one at which the length fits in between. If it is too long,
+// the beginning counts.
 LONG Within(LONG first, LONG last, LONG length, LONG wanted) {
   return std::max(first, std::min(wanted, last - length));
 }
@@ -47,7 +47,7 @@ INT_PTR CDialog::DoModal() {
   const INT_PTR result =
       ::DialogBoxParamA(AfxGetResourceHandle(), MAKEINTRESOURCEA(m_templateId), m_parent,
                         &CDialog::DialogProc, reinterpret_cast<LPARAM>(this));
-  // EndDialog lets it go on; a dialog that was destroyed instead may have left that undone.
+  // EndDialog re-enables the owner; a dialog that was destroyed instead may not have done so.
   if (ownerWaits && !::IsWindowEnabled(owner)) ::EnableWindow(owner, TRUE);
   return result;
 }
@@ -65,14 +65,14 @@ void CDialog::CloseFromAnyThread() {
   const HWND window = m_shownWindow;
   const DWORD thread = ::GetWindowThreadProcessId(window, nullptr);
   if (FromHandlePermanent(window) != this) {
-    // It has gone, and its handle may be another window's by now.
+    // The window is destroyed, and its handle may belong to another window by now.
     WindowIsLost();
   } else if (thread == ::GetCurrentThreadId()) {
     DestroyWindow();
-    // A modal loop of a window that went along looks for that only after a message of its own.
+    // A modal loop of a window that was destroyed with it checks only after a message of its own.
     ::PostThreadMessageA(thread, WM_NULL, 0, 0);
   } else if (AfxIsUnloading()) {
-    // That thread must not come back into the module: the bare window is the system's.
+    // That thread must not return into the module: the window alone belongs to the system.
     if (!GiveUpWindow()) return;
     CModelessKeys::Forget(window);
     ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&::DefWindowProcA));
@@ -121,16 +121,16 @@ LRESULT CDialog::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == kMessageDestroy) return DestroyWindow();
   if (message == WM_NCDESTROY) {
     CModelessKeys::Forget(m_hWnd);
-    // A modal dialog that was destroyed, as with its owner: its loop notices that with the next
-    // message, which it throws away, and that had better not be one of the host's.
+    // A modal dialog was destroyed, for example with its owner. Its loop notices that with the next
+    // message and discards it. Without this message that would be one of the host's.
     if (m_loopRuns) ::PostThreadMessageA(::GetCurrentThreadId(), WM_NULL, 0, 0);
     m_loopRuns = false;
   }
   return CWnd::DefWindowProc(message, wParam, lParam);
 }
 
-// The window is taken over at its first dialog message; from then on messages reach the object
-// first and this procedure only lets the system do the rest.
+// Subclasses the window at its first dialog message. From then on messages reach the object first,
+// and this procedure only lets the system do the rest.
 INT_PTR CALLBACK CDialog::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   const CModuleCall call;
   if (message != WM_INITDIALOG || FromHandlePermanent(window) != nullptr) return FALSE;
@@ -142,8 +142,8 @@ INT_PTR CALLBACK CDialog::DialogProc(HWND window, UINT message, WPARAM wParam, L
   return result;
 }
 
-// A template at (0, 0) leaves the place to the dialog; one that has not chosen any comes into the
-// middle of its owner, or of the screen's work area, and does not leave that area.
+// A template at (0, 0) leaves the position to the dialog. A dialog that has not chosen one is
+// centred on its owner, or on the screen's work area, and stays inside that area.
 void CDialog::CentreWhenUnplaced(const CRect& before) const {
   const CRect window = GetWindowRect();
   const bool moved = window.left != before.left || window.top != before.top;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// CDialog: a window made from a dialog template of the library, modal or modeless.
-// Differs from the documented class: templates by number only; Esc works in a modeless dialog
-// whatever message loop the host runs.
+// CDialog: a window made from a dialog template of the library, modal or modeless. Differences from
+// the documented class: templates by number only; Esc works in a modeless dialog with every message
+// loop of the host.
 #pragma once
 
 #include "framework/win/wnd.h"
@@ -12,13 +12,13 @@ class CDialog : public CWnd {
   explicit CDialog(UINT templateId, HWND parent = nullptr)
       : m_templateId(templateId), m_parent(parent) {}
 
-  /// Shows the dialog and runs it until EndDialog. @return what EndDialog was given; -1 on failure.
+  /// Shows the dialog and runs it until EndDialog. @return EndDialog's argument; -1 on failure.
   virtual INT_PTR DoModal();
-  /// Makes the dialog and returns at once. The object must outlive the window. @return FALSE on
+  /// Creates the dialog and returns at once. The object must outlive the window. @return FALSE on
   /// failure.
   virtual BOOL Create(UINT templateId, HWND parent);
   /// Destroys the window of a modeless dialog: at once on its own thread, soon from another one.
-  /// The object must be counted (HoldByCaller), as the window may need it a while longer. Any
+  /// The object must be counted (HoldByCaller), since the window may use it for some time. Any
   /// thread.
   void CloseFromAnyThread();
   /// Ends a modal dialog; a modeless one is only hidden.
@@ -43,6 +43,6 @@ class CDialog : public CWnd {
 
   const UINT m_templateId;
   const HWND m_parent;
-  bool m_loopRuns = false;       // of DoModal, and nothing has ended it
-  HWND m_shownWindow = nullptr;  // of Create; stays when the window has gone
+  bool m_loopRuns = false;       // DoModal runs, and its loop was not ended
+  HWND m_shownWindow = nullptr;  // of Create; kept after the window is destroyed
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Drawing objects: CPen, CBrush, CFont and CBitmap. Each owns its system object and deletes it.
-// Differ from the documented classes: no map from handles to objects; only what library/ui/ makes.
+// Differences from the documented classes: no map from handles to objects; only the objects that
+// library/ui/ creates.
 #pragma once
 
 #include <utility>
@@ -47,7 +48,7 @@ class CBitmap : public CGdiObject {
  public:
   /// @param resourceId of a bitmap of the library
   BOOL LoadBitmap(UINT resourceId);
-  /// @return its size in pixels; empty without a bitmap.
+  /// @return its size in pixels; 0, 0 without a bitmap.
   SIZE GetBitmapSize() const;
   operator HBITMAP() const { return static_cast<HBITMAP>(m_hObject); }
 };

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // CPoint, CSize and CRect: the system's records with the few operations that drawing needs.
-// Differ from the documented classes: only those operations. Plain values.
+// Difference from the documented classes: only these operations. Plain values.
 #pragma once
 
 #include "framework/win/windows_base.h"

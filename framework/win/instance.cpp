@@ -3,7 +3,7 @@
 
 #include <atomic>
 
-// The linker's own name for the first byte of the module that this code is linked into.
+// The linker's name for the first byte of the module that this code is linked into.
 extern "C" IMAGE_DOS_HEADER __ImageBase;
 
 HINSTANCE AfxGetResourceHandle() {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Message maps: which member of a class answers which message. The macros bear the documented names
+// Message maps: which member of a class handles which message. The macros have the documented names
 // and stand between BEGIN_MESSAGE_MAP(class, base) and END_MESSAGE_MAP(); a class declares its map
-// with DECLARE_MESSAGE_MAP(). Differs from the documented mechanism: an entry holds a small
+// with DECLARE_MESSAGE_MAP(). Difference from the documented mechanism: an entry holds a small
 // function that unpacks the message, and the compiler checks the member's signature there.
 #pragma once
 
@@ -104,7 +104,7 @@ struct AFX_MSGMAP {
             (self->OnNcLButtonUp(static_cast<UINT>(wParam), AFX_POINT_OF(lParam)), 0))
 #define ON_WM_SHOWWINDOW() \
   AFX_ENTRY(WM_SHOWWINDOW, (self->OnShowWindow(wParam != 0, static_cast<UINT>(lParam)), 0))
-// All kinds of control colours; the control's kind is told as CTLCOLOR_...
+// All kinds of control colours; the argument CTLCOLOR_... is the control's kind.
 #define ON_WM_CTLCOLOR()                                                              \
   AFX_ENTRY(WM_CTLCOLORMSGBOX, self->CtlColor(wParam, lParam, CTLCOLOR_MSGBOX))       \
   AFX_ENTRY(WM_CTLCOLOREDIT, self->CtlColor(wParam, lParam, CTLCOLOR_EDIT))           \

@@ -5,10 +5,10 @@
 
 namespace {
 
-// The hook of the thread is kept with the dialog it serves.
+// The thread's hook is stored with its dialog.
 constexpr char kHookProperty[] = "VelquinModelessHook";
 
-// The watched dialog that a window is or lies in; null when there is none.
+// The watched dialog that a window is or belongs to; null if there is none.
 HWND WatchedDialog(HWND window) {
   for (HWND at = window; at != nullptr; at = ::GetAncestor(at, GA_PARENT)) {
     if (::GetPropA(at, kHookProperty) != nullptr) return at;
@@ -16,8 +16,8 @@ HWND WatchedDialog(HWND window) {
   return nullptr;
 }
 
-// Without a focus, as when the focused button was disabled, keys come as system keys; bit 29 then
-// tells whether Alt is down.
+// Without a focus, for example after the focused button was disabled, keys arrive as system keys;
+// bit 29 then shows whether Alt is down.
 bool IsEscape(const MSG& message) {
   constexpr LPARAM kAltDown = 1 << 29;
   if (message.wParam != VK_ESCAPE) return false;

@@ -8,7 +8,7 @@
 
 namespace {
 
-// A call counts from shortly after it has come in until shortly before it leaves.
+// A call counts from shortly after it enters until shortly before it leaves.
 constexpr DWORD kEdgesMs = 20;
 
 constinit std::atomic<int> calls = 0;

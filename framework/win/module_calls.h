@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-// Calls of the system into the module, on the threads that have its windows. Whoever unloads the
-// module from another thread has to let them return first: they would come back into a gap.
+// Calls of the system into the module, on the threads that own its windows. A thread that unloads
+// the module must first let these calls return: otherwise they would return into unmapped code.
 #pragma once
 
 #include "framework/win/windows_base.h"
 
 class CWnd;
 
-/// Stands in every function that the system calls on a window's thread.
+/// Put one in every function that the system calls on a window's thread.
 class CModuleCall {
  public:
   CModuleCall();
@@ -16,12 +16,12 @@ class CModuleCall {
   CModuleCall& operator=(const CModuleCall&) = delete;
 };
 
-/// Deletes an object of a window when no call can be using it any more: at once, but while the
-/// module is being unloaded only in AfxLetCallsReturn. Any thread.
+/// Deletes an object of a window when no call can use it any more: at once, or, while the module is
+/// being unloaded, in AfxLetCallsReturn. Any thread.
 void AfxDeleteObject(CWnd* object);
 
-/// Waits until every call has returned, then deletes the objects that were kept back; for the
-/// thread that unloads the module, with no lock held. Takes no time when nothing was kept back.
-/// @param timeoutMs how long to wait at most. A call that waits for the thread which unloads would
-///                  never return; the objects then stay.
+/// Waits until every call has returned, then deletes the objects that were kept. Call it on the
+/// thread that unloads the module, with no lock held. Takes no time if no object was kept.
+/// @param timeoutMs maximum wait, milliseconds. A call that waits for the unloading thread never
+///         returns; the objects then remain.
 void AfxLetCallsReturn(DWORD timeoutMs);

@@ -10,9 +10,9 @@ HMODULE HoldThisModule() {
   return module;
 }
 
-// A posted message would not do: whoever handles it still runs in the module after it has told that
-// the window is gone. A sent one is answered when the window's thread has left the module, so a
-// thread of its own sends it and then lets go of the module in the one call that never returns.
+// A posted message does not work: its handler still runs in the module after it has reported that
+// the window is destroyed. A sent message is answered when the window's thread has left the module.
+// So a separate thread sends it, and then releases the module in the one call that never returns.
 [[noreturn]] DWORD WINAPI Closer(void* window) {
   ::SendMessageA(static_cast<HWND>(window), kMessageDestroy, 0, 0);
   HMODULE module = nullptr;
@@ -31,6 +31,6 @@ void AfxDestroyOnItsThread(HWND window) {
     ::CloseHandle(thread);
     return;
   }
-  // No thread to be had: the module then stays for good.
+  // The system cannot create a thread: the module then stays loaded.
   ::PostMessageA(window, kMessageDestroy, 0, 0);
 }

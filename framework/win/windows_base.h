@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The system's window declarations, the one way in which files of framework/win and ui include
-// them. Its macros that rename members of the framework's classes are taken back.
+// The system's window declarations. Files of framework/win and library/ui include them only through
+// this header. It undefines the macros that rename members of the framework's classes.
 #pragma once
 
 #include <windows.h>
-// commctrl.h needs windows.h before it.
+// commctrl.h needs windows.h first.
 #include <commctrl.h>
 
 #undef LoadString

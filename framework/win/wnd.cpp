@@ -11,8 +11,8 @@
 
 namespace {
 
-// The object behind a window. The name is the library's own, so that two libraries built on this
-// framework do not take each other's windows for theirs.
+// The property that holds the object of a window. The name is unique to the library, so that two
+// libraries built on this framework do not take each other's windows for theirs.
 const char* PropertyName() {
   return "VelquinWindowObject";
 }
@@ -23,7 +23,7 @@ LRESULT CALLBACK AfxWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
   const CModuleCall call;
   CWnd* object = CWnd::FromHandlePermanent(window);
   if (object == nullptr) return ::DefWindowProcA(window, message, wParam, lParam);
-  // Windows calls in from the host's message loop: resources and the name must be the library's.
+  // The system calls from the host's message loop: resources and the name must be the library's.
   AFX_MANAGE_STATE(AfxGetStaticModuleState());
   CWnd* const keeper = object->m_keeper;
   ++keeper->m_handlers;
@@ -162,8 +162,8 @@ const AFX_MSGMAP_ENTRY* CWnd::FindEntry(const Message& message) const {
   return nullptr;
 }
 
-// Nothing may be thrown into the system. All that could be is a lack of memory; the message is then
-// left undone.
+// No exception may reach the system. The only possible one is a lack of memory; the message is then
+// not handled.
 LRESULT CWnd::Handle(const Message& message) {
   const Message outer = std::exchange(m_current, message);
   LRESULT result = 0;
@@ -177,13 +177,13 @@ LRESULT CWnd::Handle(const Message& message) {
 }
 
 void CWnd::Detached() {
-  // First of all, so that another thread that no longer finds the window finds its hold released.
+  // This comes first: another thread that no longer finds the window must find its hold released.
   m_windowGone = m_windowHolds.exchange(false);
   GiveBackProcedure();
   PostNcDestroy();
 }
 
-// Whoever looks at the window from now on meets the procedure that was there before.
+// From now on the window uses its previous procedure.
 void CWnd::GiveBackProcedure() {
   ::RemovePropA(m_hWnd, PropertyName());
   if (m_superProc != nullptr) {

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-// CWnd: a window of the library. The object is found from its window by a window property, so each
-// thread finds its own windows without a map. Differs from the documented class: no temporary
-// objects (other people's windows are plain handles); an object can be counted (HoldByCaller);
-// only what library/ui/ uses.
-// One object per window; used on the thread that made the window, but for Release.
+// CWnd: a window of the library. A window property holds the object of a window, so each thread
+// finds its windows without a map. Differences from the documented class: no temporary objects
+// (other windows are plain handles); an object can be counted (HoldByCaller); only the members that
+// library/ui/ uses. One object per window; used on the thread that created the window, except for
+// Release.
 //
-// Who may delete an object: a handler may run a loop of its own (a message box, a modal dialog),
-// and in that loop the host may close the window. So an object on the heap is counted: its window
-// holds it until no handler of it or of its controls is left on the stack, its owner until Release.
+// Who may delete an object: a handler may run a message loop (a message box, a modal dialog), and
+// the host may close the window in that loop. So an object on the heap is counted. Its window holds
+// it until no handler of it or of its controls is on the stack; its owner holds it until Release.
 #pragma once
 
 #include <atomic>
@@ -22,7 +22,7 @@ class CDC;
 /// The window procedure of every window of the library.
 LRESULT CALLBACK AfxWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-/// The window is to look active although another one is.
+/// The window looks active although another one is.
 inline constexpr UINT WF_STAYACTIVE = 0x0020;
 
 class CWnd {
@@ -33,29 +33,29 @@ class CWnd {
   CWnd& operator=(const CWnd&) = delete;
 
   HWND m_hWnd = nullptr;
-  UINT m_nFlags = 0;  ///< WF_... bits; nothing in the framework sets any
+  UINT m_nFlags = 0;  ///< WF_... bits; never set in the framework
   HWND GetSafeHwnd() const { return m_hWnd; }
 
-  /// The object of a window; null when the window is not one of the library's.
+  /// Returns the object of a window; null if the window is not the library's.
   static CWnd* FromHandlePermanent(HWND window);
 
-  /// Takes over a window's messages until it is destroyed. @return FALSE when there is no window.
+  /// Takes over a window's messages until it is destroyed. @return FALSE if there is no window.
   BOOL SubclassWindow(HWND window);
   /// @param parent the object that holds this one as a member
   BOOL SubclassDlgItem(UINT id, const CWnd* parent);
   virtual BOOL DestroyWindow();
 
-  /// For an object made with new: from now on it deletes itself after Release and the end of its
-  /// window, whichever comes later. Before it has a window.
+  /// For an object created with new: it then deletes itself after Release and the end of its
+  /// window, whichever comes later. Call it before the object has a window.
   void HoldByCaller() { m_holders = 1; }
-  /// The caller of HoldByCaller needs the object no more. Any thread.
+  /// The caller of HoldByCaller does not need the object any more. Any thread.
   void Release();
-  /// The window went without a word, as windows do when their thread ends. Harmless when it went
-  /// with one. Any thread.
+  /// The window was destroyed without a message, as when its thread ends. Does no harm if there was
+  /// a message. Any thread.
   void WindowIsLost();
-  /// Gives window and controls back to the system, without calling their thread: none of the
-  /// library's code is reached through them any more. @return false, and nothing is done, when the
-  /// window has gone or is just going. Any thread.
+  /// Returns window and controls to the system, without calling their thread: they no longer lead
+  /// to any of the library's code. @return false, and does nothing, if the window is destroyed or
+  /// being destroyed. Any thread.
   bool GiveUpWindow();
 
   LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
@@ -91,18 +91,18 @@ class CWnd {
   static const AFX_MSGMAP* GetThisMessageMap();
   virtual const AFX_MSGMAP* GetMessageMap() const { return GetThisMessageMap(); }
 
-  /// Looks the message up in the maps, then does what the system does.
+  /// Looks up the message in the maps, then does what the system does.
   virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
   virtual LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
-  /// The rest of the message that is being handled, as the system would handle it.
+  /// The default handling of the current message by the system.
   LRESULT Default();
-  /// WM_COMMAND that no map entry takes. @return TRUE when handled.
+  /// WM_COMMAND without a map entry. @return TRUE when handled.
   virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam);
-  /// A request to draw, sent to the parent and handed on to the owner-drawn control itself.
+  /// A request to draw, sent to the parent and forwarded to the owner-drawn control.
   virtual void DrawItem(DRAWITEMSTRUCT*) {}
   virtual HBRUSH OnCtlColor(CDC& dc, HWND control, UINT kind);
   virtual void DoDataExchange(CDataExchange*) {}
-  /// The window is gone; the object may delete itself.
+  /// The window is destroyed; the object may delete itself.
   virtual void PostNcDestroy() {}
 
   LRESULT CtlColor(WPARAM wParam, LPARAM lParam, UINT kind);
@@ -121,12 +121,12 @@ class CWnd {
   void GiveBackProcedure();
   void HandlerLeft();
 
-  WNDPROC m_superProc = nullptr;   // what the window did before
-  Message m_current = {};          // being handled
-  CWnd* m_keeper = this;           // the object that this one is a part of
-  CWnd* m_nextKeptBack = nullptr;  // while the module is being unloaded
-  int m_handlers = 0;              // of this object and its parts, on the stack
-  bool m_windowGone = false;       // the handlers on the stack hold the object in its place
-  std::atomic<int> m_holders = 0;  // 0: not counted
-  std::atomic<bool> m_windowHolds = false;  // whoever clears it releases the window's hold
+  WNDPROC m_superProc = nullptr;            // the window's previous procedure
+  Message m_current = {};                   // being handled
+  CWnd* m_keeper = this;                    // the object that contains this one
+  CWnd* m_nextKeptBack = nullptr;           // while the module is being unloaded
+  int m_handlers = 0;                       // of this object and its parts, on the stack
+  bool m_windowGone = false;                // the handlers on the stack hold the object instead
+  std::atomic<int> m_holders = 0;           // 0: not counted
+  std::atomic<bool> m_windowHolds = false;  // the code that clears it releases the window's hold
 };
