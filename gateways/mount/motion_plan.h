@@ -56,8 +56,8 @@ class MotionPlan {
   std::optional<Command> Next(MonotonicTime now);
   /// The command from Next was sent and acknowledged.
   void Acknowledged(MonotonicTime sentAt, MonotonicTime acknowledgedAt);
-  /// The command from Next failed: pulses are dropped, held axes are commanded again. @param
-  /// refused by the controller: held axes are dropped, too
+  /// The command from Next failed: pulses are dropped, held axes are commanded again.
+  /// @param refused by the controller: held axes are dropped, too
   void Failed(bool refused);
 
  private:
