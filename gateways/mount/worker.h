@@ -53,8 +53,7 @@ class Worker {
   void End(TicketPtr& ticket, Outcome outcome);
   void Publish();
 
-  // --- worker_status.cpp: the mount's status
-  // ------------------------------------------------------
+  // --- worker_status.cpp: the mount's status -----------------------------------------------------
   /// Asks for the status. @return true if a good one arrived.
   bool Poll(const Patience& patience);
   Patience PollPatience() const;
