@@ -12,8 +12,8 @@ struct Faults {
 };
 
 /// From now on faults are counted. Call once, first thing in main(); every test program does, and a
-/// test during which there was one has failed. On systems other than Windows there are none: a
-/// fault ends the program there.
+/// test during which there was one has failed; after the last test, the program has. On systems
+/// other than Windows there are none: a fault ends the program there.
 void CountFaults();
 /// From now on a fault ends this process, which may be on its way out already, with an exit code.
 /// For programs that tests run.

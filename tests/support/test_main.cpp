@@ -28,7 +28,7 @@ int main(int argc, char** argv) {
   // What the ends of suites and of the environment did, which is no test's.
   const Faults late = TakeFaults();
   if (late.count == 0) return result;
-  std::fprintf(stderr, "%d faults after the last test, the last one at %s\n", late.count,
+  std::fprintf(stderr, "faults after the last test: %d, the last one at %s\n", late.count,
                late.last.c_str());
   return 1;
 }
