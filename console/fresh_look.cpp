@@ -101,7 +101,9 @@ void ExpectAcknowledged(const CommandContext& context, const SessionOutcome& out
   const std::optional<MountState> now = LookAnew(context, limit, first).state;
   throw Failure(
       ExitCode::kMountFailed,
-      "the controller did not acknowledge " + what + ", though it may have obeyed; " +
+      (outcome.Evident()
+           ? "the controller did not acknowledge " + what + ", though it may have obeyed; "
+           : kNoEvidence + ("; it may have obeyed " + what + "; ")) +
           (now ? "the mount reports " + PositionText(now->position) + ", " + ReadyText(*now)
                : "it reports no position"));
 }

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <atomic>
+#include <cstdio>
 #include <cstring>
 
 #include "console/files.h"
@@ -35,28 +36,26 @@ std::string InSystemCodePage(const std::wstring& path) {
   wchar_t shorter[MAX_PATH + 1] = {};
   GetShortPathNameW(path.c_str(), shorter, MAX_PATH);
   for (const std::wstring& form : {path, std::wstring(shorter)}) {
-    char text[2 * MAX_PATH + 1] = {};
-    BOOL lacking = FALSE;
-    const int length = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, form.c_str(), -1, text,
-                                           sizeof text, nullptr, &lacking);
-    if (length > 1 && !lacking) return text;
+    const auto text = NarrowFromWide(CP_ACP, form);
+    if (text && !text->empty()) return *text;
   }
   return {};
 }
 
-/// @return whether a file can be made and filled there, as the driver's would have been.
-bool CanBeWritten(const std::wstring& folder) {
-  const std::wstring path = folder + L"probe";
-  HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                            FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file == INVALID_HANDLE_VALUE) return false;
+/// Makes and fills a file by the same narrow call and with a name of the same length as the driver.
+/// @param folder in the system's code page, with a separator at its end
+/// @return whether that can be done
+bool CanBeWritten(const std::string& folder) {
+  const std::string path =
+      folder + JournalFolder::kPrefix + "_trialwrite_korvelwireless_20000101_000000.txt";
+  std::FILE* const file = std::fopen(path.c_str(), "w");
+  if (file == nullptr) return false;
   char block[4096];
   std::memset(block, '.', sizeof block);
-  DWORD written = 0;
-  const BOOL filled = WriteFile(file, block, sizeof block, &written, nullptr);
-  CloseHandle(file);
-  DeleteFileW(path.c_str());
-  return filled && written == sizeof block;
+  const bool filled = std::fwrite(block, sizeof block, 1, file) == 1;
+  const bool kept = std::fclose(file) == 0;
+  DeleteFileA(path.c_str());
+  return filled && kept;
 }
 
 }  // namespace
@@ -107,7 +106,8 @@ std::wstring JournalFolder::NewestFile() const {
 std::optional<std::string> JournalFolder::Read() const {
   if (systemPath_.empty()) return {};
   const std::wstring name = NewestFile();
-  if (name.empty()) return CanBeWritten(path_) ? std::optional<std::string>("") : std::nullopt;
+  if (name.empty())
+    return CanBeWritten(systemPath_) ? std::optional<std::string>("") : std::nullopt;
   auto content = FileContent(Utf8FromWide(path_ + name), kLongestJournal);
   // The driver makes no empty file: what it had to write found no room.
   if (content && (content->empty() || content->size() > kLongestJournal)) return {};

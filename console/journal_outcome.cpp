@@ -97,9 +97,12 @@ SessionOutcome OutcomeFromJournal(std::string_view journal) {
   return outcome;
 }
 
-bool JournalEndsWithProbe(std::string_view journal) {
+bool ProbeWasSent(std::string_view before, std::string_view after) {
+  // The connecting asks the same, and its lines are no evidence of the probe.
+  if (!after.starts_with(before)) return false;
+  after.remove_prefix(before.size());
   std::string_view last;
-  while (const auto text = TakeLine(journal)) last = *text;
+  while (const auto text = TakeLine(after)) last = *text;
   const auto line = ParseLine(last);
   return line && (line->command == "$SYVER?" || line->command == "$MTMDL?");
 }

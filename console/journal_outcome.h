@@ -17,8 +17,9 @@ namespace velquinctl {
 /// @return what it proves; Unknown for a text that is not a whole journal.
 SessionOutcome OutcomeFromJournal(std::string_view journal);
 
-/// @return whether the last exchange of the journal that failed was one of a probe's
-///         (TelescopeCheck): then the probe's datagrams were sent.
-bool JournalEndsWithProbe(std::string_view journal);
+/// @param before the whole journal of a session that is over
+/// @param after the same, after a probe (TelescopeCheck) that had no answer
+/// @return whether the probe's datagram was sent: it then has a line of its own behind the others.
+bool ProbeWasSent(std::string_view before, std::string_view after);
 
 }  // namespace velquinctl

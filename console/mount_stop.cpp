@@ -15,15 +15,18 @@ constexpr int kPauseMs = 100;
 }  // namespace
 
 StopReport StopMount(const CommandContext& context, const TimeLimit& limit, bool interruptible) {
+  // Nobody waits for a box to be answered while the mount moves.
+  context.messages.SetAnswering(true);
   const auto attempt = [&] {
     Session* session = context.sessions.Current();
     if (session == nullptr) session = &context.sessions.Open(SettingsOf(context.request));
     session->Exports().Stop(nullptr);
-    return context.sessions.End(EndProbe::kSkip).Acknowledged(MountCommand::kStop);
+    // A stop that the system refused to send leaves no trace but the failure to send more.
+    const SessionOutcome outcome = context.sessions.End(EndProbe::kAsk);
+    if (!outcome.Evident()) throw Failure(ExitCode::kMountFailed, kNoEvidence);
+    return outcome.Acknowledged(MountCommand::kStop);
   };
   const auto pause = [&] {
-    // Nobody waits for a box to be answered while the mount moves.
-    context.messages.SetAnswering(true);
     if (interruptible) return context.interrupt.SleepMs(kPauseMs);
     Sleep(kPauseMs);
   };
@@ -39,16 +42,17 @@ void WithStopWhenBrokenOff(const CommandContext& context,
   Motion motion;
   const auto stop = [&] {
     const double seconds = std::min(kStopSeconds, context.TimeoutSeconds(kStopSeconds));
-    return StopText(StopMount(context, TimeLimit(seconds), false));
+    return StopMount(context, TimeLimit(seconds), false);
   };
   try {
     body(motion);
   } catch (const Failure& failure) {
     if (!motion.UnderWay()) throw;
-    throw Failure(failure.Code(), failure.what() + ("; " + stop()));
-  } catch (const std::exception&) {
-    if (motion.UnderWay()) stop();
-    throw;
+    throw Failure(failure.Code(), BrokenOffText(failure.what(), stop));
+  } catch (const std::exception& error) {
+    if (!motion.UnderWay()) throw;
+    throw Failure(ExitCode::kMountFailed,
+                  BrokenOffText(std::string("unexpected error: ") + error.what(), stop));
   }
 }
 

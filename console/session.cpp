@@ -31,10 +31,9 @@ bool SessionSettings::Serve(SessionSettings asked) const {
   return *this == asked;
 }
 
-Session::Session(const SessionSettings& settings, MessageWatch& messages)
-    : settings_(settings),
-      driver_(settings.library),
-      systemAddress_(ResolvedAddress(settings.address)) {
+Session::Session(const SessionSettings& settings, const std::string& systemAddress,
+                 MessageWatch& messages)
+    : settings_(settings), driver_(settings.library), systemAddress_(systemAddress) {
   driver_.SetName(nullptr, SystemFromUtf8("--name", settings.name).c_str());
   if (!settings.iniFile.empty()) {
     driver_.SetIni(nullptr, SystemFromUtf8("FILE", settings.iniFile).c_str(),
@@ -59,29 +58,32 @@ Session::~Session() {
 SessionOutcome Session::End(EndProbe probe) {
   if (ended_) return SessionOutcome::Unknown();
   ended_ = true;
+  // This call writes the journal before it performs what is queued. Such a half must not be taken
+  // for the whole if that cannot be written later, so it goes nowhere: an empty path would be the
+  // current folder; this one is no folder.
+  driver_.SetLogPath(nullptr, "?\\");
+  driver_.End(nullptr);
   const JournalFolder folder;
-  // An empty path would be the current folder; this one is no folder, so no file is made.
-  driver_.SetLogPath(nullptr, folder.SystemPath().empty() ? "?\\" : folder.SystemPath().c_str());
-  driver_.SetLogPrefix(nullptr, JournalFolder::kPrefix);
-  if (folder.SystemPath().empty()) {
-    driver_.End(nullptr);
-    return SessionOutcome::Unknown();
+  const auto journal = WriteJournal(folder);
+  std::optional<SessionOutcome> outcome;
+  if (journal) outcome = OutcomeFromJournal(*journal);
+  if (outcome && probe == EndProbe::kAsk && !Answers()) {
+    // A question that was sent and not answered leaves a line; without one the system sends
+    // nothing, and it may not have sent the commands either.
+    outcome->MissReading();
+    if (!ProbeWasSent(*journal, WriteJournal(folder).value_or(""))) outcome->LoseTrack();
   }
-  driver_.End(nullptr);
-  const bool answers = probe == EndProbe::kSkip || Answers();
-  // The first call wrote the journal before it performed what was queued; this one writes it again,
-  // whole.
-  driver_.End(nullptr);
   if (!settings_.logPath.empty() && !folder.CopyTo(settings_.logPath, settings_.logPrefix))
     WriteErrorLine("cannot write the time-out journal to " + settings_.logPath);
-  const auto journal = folder.Read();
-  if (!journal) return SessionOutcome::Unknown();
-  SessionOutcome outcome = OutcomeFromJournal(*journal);
-  if (answers) return outcome;
-  outcome.MissReading();
-  // A probe that was sent and not answered has left a line; without one the system sends nothing.
-  if (!JournalEndsWithProbe(*journal)) outcome.LoseTrack();
-  return outcome;
+  return outcome.value_or(SessionOutcome::WithoutEvidence());
+}
+
+std::optional<std::string> Session::WriteJournal(const JournalFolder& folder) const {
+  if (folder.SystemPath().empty()) return {};
+  driver_.SetLogPath(nullptr, folder.SystemPath().c_str());
+  driver_.SetLogPrefix(nullptr, JournalFolder::kPrefix);
+  driver_.End(nullptr);
+  return folder.Read();
 }
 
 bool Session::Answers() const {
@@ -118,7 +120,9 @@ MountState Session::WaitForPosition(const Interrupt& interrupt, double timeoutSe
 Session& SessionHolder::Open(const SessionSettings& settings) {
   Close();
   if (!lastSettings_.Serve(settings)) lastSettings_ = settings;
-  session_ = std::make_unique<Session>(lastSettings_, messages_);
+  const std::string systemAddress = address_.Find(settings.address, ResolvedAddress);
+  session_ = std::make_unique<Session>(lastSettings_, systemAddress, messages_);
+  address_.Keep(settings.address, systemAddress);
   return *session_;
 }
 

@@ -4,10 +4,13 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "console/driver.h"
 #include "console/interrupt.h"
+#include "console/journal_folder.h"
+#include "console/known_address.h"
 #include "console/message_watch.h"
 #include "console/request.h"
 #include "console/session_outcome.h"
@@ -42,15 +45,23 @@ struct MountState {
 };
 
 /// Whether the end of a session asks the controller once more if it is there. Without, datagrams
-/// that the system refused to send (a cable that was pulled out) go unnoticed.
+/// that the system refused to send (a cable that was pulled out) go unnoticed, so that an
+/// acknowledgement proves nothing by itself.
 enum class EndProbe { kAsk, kSkip };
+
+/// Why it is not known what became of a session's commands; see SessionOutcome::Evident.
+inline constexpr const char* kNoEvidence =
+    "the driver's journal cannot be written to the folder for temporary files (%TMP%), so what the "
+    "controller acknowledged is not known";
 
 /// One thread.
 class Session {
  public:
   /// Loads the library afresh, so that no reading is older than the session, and connects.
+  /// @param systemAddress the dotted IPv4 address of settings.address
   /// @throws Failure when the library is unusable, a text cannot be handed over, or no answer comes
-  Session(const SessionSettings& settings, MessageWatch& messages);
+  Session(const SessionSettings& settings, const std::string& systemAddress,
+          MessageWatch& messages);
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
   /// Ends the session, unless that was done. The driver performs what is queued first.
@@ -73,6 +84,9 @@ class Session {
  private:
   /// @return whether the controller answers now, after the session.
   bool Answers() const;
+  /// Has the driver write its journal, after the session. @return it; nothing when it cannot be
+  /// had.
+  std::optional<std::string> WriteJournal(const JournalFolder& folder) const;
 
   const SessionSettings settings_;
   const Driver driver_;
@@ -100,6 +114,7 @@ class SessionHolder {
  private:
   MessageWatch& messages_;
   SessionSettings lastSettings_;
+  KnownAddress address_;
   std::unique_ptr<Session> session_;
 };
 

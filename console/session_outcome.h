@@ -33,6 +33,13 @@ class SessionOutcome {
     return outcome;
   }
 
+  /// @return the outcome of a session whose evidence, the journal, cannot be had.
+  static SessionOutcome WithoutEvidence() {
+    SessionOutcome outcome = Unknown();
+    outcome.evident_ = false;
+    return outcome;
+  }
+
   /// Notes that a command was sent and no usable answer came.
   void Miss(MountCommand command) { missed_.insert(command); }
   /// Notes that a status query failed or was slow: a later reading may have been an old one.
@@ -49,8 +56,11 @@ class SessionOutcome {
   bool Acknowledged(MountCommand command) const { return known_ && !missed_.contains(command); }
   /// @return whether every status query was answered in time, so that no reading was an old one.
   bool ReadingsComplete() const { return readingsComplete_; }
+  /// @return false when nothing is known for want of evidence, whatever the controller did.
+  bool Evident() const { return evident_; }
 
  private:
+  bool evident_ = true;
   bool known_ = true;
   bool readingsComplete_ = true;
   std::set<MountCommand> missed_;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "console/stop_attempts.h"
 
+#include <exception>
+
 #include "console/failure.h"
 
 namespace velquinctl {
@@ -19,6 +21,14 @@ StopReport StopUntilAcknowledged(const std::function<bool()>& attempt, const Tim
     }
     if (report.acknowledged || limit.Over()) return report;
     pause();
+  }
+}
+
+std::string BrokenOffText(const std::string& cause, const std::function<StopReport()>& stop) {
+  try {
+    return cause + "; " + StopText(stop());
+  } catch (const std::exception& error) {
+    return cause + "; stopping the mount failed (" + error.what() + "), and " + kMayStillMove;
   }
 }
 

@@ -35,4 +35,10 @@ inline std::string StopText(const StopReport& report) {
   return std::string("the controller did not confirm the stop, and ") + kMayStillMove;
 }
 
+/// Stops the mount of a command that broke off.
+/// @param cause why it broke off
+/// @param stop what it throws is told, too: neither the cause nor the danger gets lost by it
+/// @return the line about both
+std::string BrokenOffText(const std::string& cause, const std::function<StopReport()>& stop);
+
 }  // namespace velquinctl

@@ -17,6 +17,7 @@ std::wstring WideFrom(UINT codePage, std::string_view text) {
   return wide;
 }
 
+/// @param lost set when the code page lacks one of the characters; null when none can be lacking
 std::string NarrowFrom(UINT codePage, std::wstring_view text, BOOL* lost) {
   const DWORD flags = lost != nullptr ? WC_NO_BEST_FIT_CHARS : 0;
   const int count = WideCharToMultiByte(codePage, flags, text.data(), static_cast<int>(text.size()),
@@ -37,18 +38,24 @@ std::string Utf8FromWide(std::wstring_view text) {
   return NarrowFrom(CP_UTF8, text, nullptr);
 }
 
-std::string SystemFromUtf8(const std::string& what, std::string_view text) {
-  const std::wstring wide = WideFromUtf8(text);
-  // With UTF-8 as the system's code page nothing can be lost, and asking is an error.
-  if (GetACP() == CP_UTF8) return std::string(text);
+std::optional<std::string> NarrowFromWide(unsigned codePage, std::wstring_view text) {
+  // UTF-8 has every character, and asking whether it lacked one is an error.
+  const bool isUtf8 = codePage == CP_UTF8 || (codePage == CP_ACP && GetACP() == CP_UTF8);
+  if (isUtf8) return Utf8FromWide(text);
   BOOL lost = FALSE;
-  std::string narrow = NarrowFrom(CP_ACP, wide, &lost);
-  if (lost) {
+  std::string narrow = NarrowFrom(codePage, text, &lost);
+  if (lost) return {};
+  return narrow;
+}
+
+std::string SystemFromUtf8(const std::string& what, std::string_view text) {
+  const auto narrow = NarrowFromWide(CP_ACP, WideFromUtf8(text));
+  if (!narrow) {
     throw Failure(
         ExitCode::kWrongUsage,
         what + ": \"" + std::string(text) + "\" has characters that this system's code page lacks");
   }
-  return narrow;
+  return *narrow;
 }
 
 std::string Utf8FromSystem(std::string_view text) {

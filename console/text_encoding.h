@@ -3,6 +3,7 @@
 // system's narrow code page. Any thread.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,6 +11,10 @@ namespace velquinctl {
 
 std::wstring WideFromUtf8(std::string_view text);
 std::string Utf8FromWide(std::wstring_view text);
+
+/// @param codePage a number of Windows, for example CP_ACP
+/// @return the text in that code page; nothing when it lacks one of the characters
+std::optional<std::string> NarrowFromWide(unsigned codePage, std::wstring_view text);
 
 /// @param what how the message calls the text, for example "--name"
 /// @throws Failure with kWrongUsage when the code page lacks one of the characters

@@ -104,11 +104,26 @@ TEST(JournalOutcome, MissesOfTheConnectingConcernNoCommand) {
   EXPECT_TRUE(outcome.ReadingsComplete());
 }
 
-TEST(JournalOutcome, KnowsWhetherAProbeWasTheLastToFail) {
-  EXPECT_TRUE(JournalEndsWithProbe(Line("$MTSTA?") + Line("$SYVER?")));
-  EXPECT_TRUE(JournalEndsWithProbe(Line("$MTMDL?")));
-  EXPECT_FALSE(JournalEndsWithProbe(Line("$SYVER?") + Line("$MTSTA?")));
-  EXPECT_FALSE(JournalEndsWithProbe(""));
+TEST(JournalOutcome, KnowsWhetherAProbeWasSent) {
+  const std::string before = Line("$MTSTA?");
+  EXPECT_TRUE(ProbeWasSent(before, before + Line("$SYVER?")));
+  EXPECT_TRUE(ProbeWasSent("", Line("$MTMDL?")));
+  EXPECT_FALSE(ProbeWasSent(before, before + Line("$MTSTA?")));
+  EXPECT_FALSE(ProbeWasSent("", ""));
+}
+
+// A slow connecting leaves the same line as a probe, long before the network is lost.
+TEST(JournalOutcome, TheConnectingIsNoProbe) {
+  const std::string connecting = Line("$SYVER?", "TimeOut(620)");
+  EXPECT_FALSE(ProbeWasSent(connecting, connecting));
+  EXPECT_FALSE(ProbeWasSent(connecting, "")) << "the second journal could not be written";
+}
+
+TEST(SessionOutcome, WithoutEvidenceNothingIsKnown) {
+  EXPECT_FALSE(SessionOutcome::WithoutEvidence().Acknowledged(MountCommand::kStop));
+  EXPECT_FALSE(SessionOutcome::WithoutEvidence().ReadingsComplete());
+  EXPECT_FALSE(SessionOutcome::WithoutEvidence().Evident());
+  EXPECT_TRUE(SessionOutcome::Unknown().Evident());
 }
 
 TEST(SessionOutcome, OfNoSessionNothingIsKnown) {

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "console/failure.h"
 
 namespace velquinctl {
@@ -66,6 +68,20 @@ TEST(StopText, SaysThatTheMountMayStillBeMoving) {
   EXPECT_NE(StopText(report).find(kMayStillMove), std::string::npos);
   report.acknowledged = true;
   EXPECT_EQ(StopText(report), "the controller acknowledged the stop");
+}
+
+TEST(BrokenOffText, TellsTheCauseAndWhatCameOfTheStop) {
+  StopReport acknowledged;
+  acknowledged.acknowledged = true;
+  EXPECT_EQ(BrokenOffText("interrupted", [&] { return acknowledged; }),
+            "interrupted; the controller acknowledged the stop");
+}
+
+TEST(BrokenOffText, LosesNeitherCauseNorDangerWhenTheStopItselfFails) {
+  const std::string text =
+      BrokenOffText("no memory", []() -> StopReport { throw std::runtime_error("no library"); });
+  EXPECT_EQ(text,
+            std::string("no memory; stopping the mount failed (no library), and ") + kMayStillMove);
 }
 
 }  // namespace

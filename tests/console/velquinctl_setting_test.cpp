@@ -12,6 +12,7 @@ namespace {
 using nlohmann::json;
 using testing::Contains;
 using testing::HasSubstr;
+using testing::Not;
 using testing::SizeIs;
 using testing::StartsWith;
 
@@ -103,7 +104,21 @@ TEST(VelquinctlDeafMount, WithoutAFolderForItsJournalNothingIsClaimed) {
                     folder.Wide() + L"\\nowhere");
   const ProgramResult result = run.Wait();
   EXPECT_EQ(result.exitCode, 1);
-  EXPECT_THAT(result.error, HasSubstr("did not acknowledge the guide speeds"));
+  EXPECT_THAT(result.error, HasSubstr("the driver's journal cannot be written"));
+  EXPECT_THAT(result.error, Not(HasSubstr("did not acknowledge")));
+}
+
+// The journal's name is longer than a short one that still fits.
+TEST(VelquinctlDeafMount, AFolderTooDeepForTheJournalProvesNothing) {
+  simulator::ScriptedController controller;
+  controller.LooksLikeAMount();
+  controller.IsSilentTo("$MTAGS=");
+  const TempFolder folder;
+  std::wstring deep = folder.Wide() + L'\\';
+  deep.append(210 - std::min<size_t>(deep.size(), 200), L'd');
+  ASSERT_TRUE(std::filesystem::create_directory(deep));
+  VelquinctlRun run({"guide-speed", controller.Address(), "1", "1", "--timeout", "2"}, deep);
+  EXPECT_EQ(run.Wait().exitCode, 1);
 }
 
 }  // namespace

@@ -7,12 +7,17 @@ it; a mount that still moves at exit code 1 must be named so.
 Between velquinctl and each simulated mount stands a relay of this program, on a loopback address of
 its own, so several commands run at once.
 
-Usage: silence_table.py PROGRAMS SCRIPTS [--seeds FIRST-LAST] [--only COMMAND]
+With --unplug the address itself goes away, so that the system refuses to send: then a stop must not
+be called acknowledged.
+
+Usage: silence_table.py PROGRAMS SCRIPTS [--seeds FIRST-LAST] [--only COMMAND] [--unplug]
   PROGRAMS the folder of velquinctl.exe and velquin-sim.exe
   SCRIPTS  the folder of wine-run and wine-live
   --seeds  also silence that begins as many status queries after the answer, and a bad Wi-Fi (3 %
            lost either way, 50 to 520 ms late) with each seed
   --only   this command of the table alone
+  --unplug the commands that set a mount in motion, with addresses that go away; root of a network of
+           its own may run this (scripts/wine-lane gives one)
 """
 import argparse
 import concurrent.futures
@@ -30,6 +35,8 @@ FIRST_SIMULATOR_PORT = 61000
 CONTROLLER_PORT = 60023
 SLEWING, PARKED = 2, 3
 MAY_MOVE = "the mount may still be moving"
+STOPPED = "acknowledged the stop"
+UNPLUGGED, INTERRUPTED = "address goes", "with Ctrl-C"  # what else may happen to a command
 
 
 class Mount:
@@ -90,6 +97,9 @@ class Relay(threading.Thread):
     def __init__(self, address, mount, key, silence, wifi):
         super().__init__(daemon=True)
         self.mount, self.key, self.silence = mount, key, silence
+        self.address = address
+        if silence == UNPLUGGED:
+            subprocess.run(["ip", "addr", "add", f"{address}/32", "dev", "lo"], check=True)
         self.random = random.Random(wifi) if wifi else None
         self.socket = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
         self.socket.bind((address, CONTROLLER_PORT))
@@ -116,6 +126,10 @@ class Relay(threading.Thread):
             self.silent = True
         if self.silent or self.lost():
             return
+        if self.silence == UNPLUGGED and self.queries_after is not None and line == "$MTSTA?":
+            self.silent = True
+            subprocess.run(["ip", "addr", "del", f"{self.address}/32", "dev", "lo"], check=True)
+            return
         if isinstance(self.silence, int) and self.queries_after is not None:
             self.queries_after += line == "$MTSTA?"
             if self.queries_after > self.silence:
@@ -124,7 +138,7 @@ class Relay(threading.Thread):
         reply = self.mount.say(line)
         if ours:
             self.obeyed.append(line)
-            if self.silence == "during":
+            if self.silence in ("during", INTERRUPTED):
                 self.silent = True
                 return
             self.queries_after = self.queries_after or 0
@@ -182,6 +196,14 @@ TABLE = {
 def judge(code, error, relay, did, moves, must_succeed):
     """What is wrong with a run; empty when nothing is."""
     wrong = []
+    if STOPPED in error and "$MTSTP=1" not in relay.answered:
+        wrong.append("a stop is claimed")
+    if relay.silence in (UNPLUGGED, INTERRUPTED):
+        if code != (130 if relay.silence == INTERRUPTED else 1):
+            wrong.append("exit code")
+        if MAY_MOVE not in error:
+            wrong.append("the danger is not named")
+        return wrong
     if code not in (0, 1):
         wrong.append("exit code")
     if code == 0 and not relay.obeyed:
@@ -202,26 +224,49 @@ def judge(code, error, relay, did, moves, must_succeed):
 def run_case(case, mount, address, arguments):
     command, silence, wifi = case
     words, key, last, has_done = TABLE[command]
+    if silence == UNPLUGGED:
+        words = words[:words.rindex(" ") + 1] + "2"
+        address = address.replace("127.0.", "10.0.")
     if wifi or silence is None:
         words = words[:words.rindex(" ") + 1] + "30"
     mount.prepare(last)
     relay = Relay(address, mount, key, silence, wifi)
     relay.start()
     begin = time.monotonic()
-    run = subprocess.run([f"{arguments.scripts}/wine-run", f"{arguments.programs}/velquinctl.exe", command,
-                          address, *words.split(), "--progress", "none"], capture_output=True, text=True,
-                         stdin=subprocess.DEVNULL, env=dict(os.environ, WINE_RUN_TIMEOUT="120"))
+    run = run_program([f"{arguments.programs}/velquinctl.exe", command, address, *words.split(),
+                       "--progress", "none"], relay, arguments)
     seconds = time.monotonic() - begin
     moves = mount.status()["state"] == SLEWING
     relay.close()
-    wrong = judge(run.returncode, run.stderr, relay, has_done(mount), moves,
+    # wine-run prints both as one; a command that fails prints nothing but its error.
+    wrong = judge(run.returncode, run.stdout + run.stderr, relay, has_done(mount), moves,
                   silence is None and not wifi)
     told = (run.stdout + run.stderr).strip().split("\n")[-1]
     what = f"seed {wifi}" if wifi else "good link" if silence is None else f"silence {silence}"
-    return wrong, f"{command:11} {what:14} {run.returncode} {seconds:5.1f} s  {told}"
+    return wrong, f"{command:11} {what:20} {run.returncode} {seconds:5.1f} s  {told}"
+
+
+def run_program(words, relay, arguments):
+    """Runs velquinctl to its end; presses Ctrl-C for it when the link has gone silent, if asked to."""
+    through = "wine-live" if relay.silence == INTERRUPTED else "wine-run"
+    with subprocess.Popen([f"{arguments.scripts}/{through}", *words], stdout=subprocess.PIPE,
+                          stderr=subprocess.PIPE, text=True, stdin=subprocess.DEVNULL,
+                          env=dict(os.environ, WINE_RUN_TIMEOUT="120")) as process:
+        deadline = time.monotonic() + 30
+        while relay.silence == INTERRUPTED and not relay.silent and time.monotonic() < deadline:
+            time.sleep(0.02)
+        if relay.silence == INTERRUPTED:
+            process.send_signal(signal.SIGINT)
+        out, error = process.communicate(timeout=120)
+    return subprocess.CompletedProcess(words, process.returncode, out.replace("\r", ""),
+                                       error.replace("\r", ""))
 
 
 def cases(arguments):
+    if arguments.unplug:
+        for command in ["goto", "home", "park"]:
+            yield command, UNPLUGGED, None
+        return
     first, last = arguments.seeds or (1, 0)
     for index, command in enumerate(TABLE):
         if arguments.only not in (None, command):
@@ -230,6 +275,8 @@ def cases(arguments):
         numbers = set(range(first - 1, last)) or {index % 4}
         for silence in [None, "before", "during", *numbers]:
             yield command, silence, None
+        if command in ("goto", "home", "park"):
+            yield command, INTERRUPTED, None
         for seed in range(first, last + 1):
             yield command, None, seed
 
@@ -240,6 +287,7 @@ def main():
     parser.add_argument("scripts")
     parser.add_argument("--seeds", type=lambda text: tuple(map(int, text.split("-"))))
     parser.add_argument("--only")
+    parser.add_argument("--unplug", action="store_true")
     arguments = parser.parse_args()
     waiting = list(cases(arguments))
     lock = threading.Lock()
