@@ -21,7 +21,8 @@ constexpr double kSettingSeconds = 10.0;
 // The hand-over takes up to eight exchanges and then queues another, the one that makes a ready
 // mount resume its tracking; it must be queued before the end of the session is. How long exchanges
 // take is known from the connecting, which is seven of them.
-constexpr double kShortestHandOverSeconds = 1.0;
+// A lost query before it, the driver's pause and a lost query of its own take 1.1 s.
+constexpr double kShortestHandOverSeconds = 1.8;
 constexpr double kLongestHandOverSeconds = 4.7;
 
 int HandOverMs(const Session& session) {
@@ -69,7 +70,7 @@ void PerformSite(const CommandContext& context, const SiteAction& action) {
   const SessionOutcome outcome = context.sessions.End(EndProbe::kAsk);
   ExpectAcknowledged(context, outcome, MountCommand::kSite, "all of site and clock",
                      context.Limit(kSettingSeconds));
-  context.output.Done(SiteText(time, action.location),
+  context.output.Done(SiteText(time, action.location) + kAcceptanceUntold,
                       JsonObject()
                           .Add("latitudeDegrees", action.location.latitude)
                           .Add("longitudeDegrees", action.location.longitude)
@@ -83,7 +84,8 @@ void PerformAlignReset(const CommandContext& context) {
   const SessionOutcome outcome = context.sessions.End(EndProbe::kAsk);
   ExpectAcknowledged(context, outcome, MountCommand::kAlignReset, "the alignment reset",
                      context.Limit(kSettingSeconds));
-  context.output.Done("alignment reset acknowledged", JsonObject());
+  context.output.Done(std::string("alignment reset acknowledged") + kAcceptanceUntold,
+                      JsonObject());
 }
 
 void PerformIni(const CommandContext& context, const IniAction& action) {
@@ -100,7 +102,7 @@ void PerformIni(const CommandContext& context, const IniAction& action) {
   context.output.Done("connected with [" + action.section + "] of " + settings.iniFile +
                           ": meridian stop point " +
                           (stopPoint.empty() ? "0.0 (default)" : stopPoint) + ", meridian goto " +
-                          (gotoValue.empty() ? "3.0 (default)" : gotoValue),
+                          (gotoValue.empty() ? "3.0 (default)" : gotoValue) + kAcceptanceUntold,
                       JsonObject()
                           .Add("iniFile", settings.iniFile)
                           .Add("iniSection", action.section)

@@ -37,6 +37,10 @@ FreshLook WatchAnew(const CommandContext& context, const TimeLimit& limit,
 void ExpectAcknowledged(const CommandContext& context, const SessionOutcome& outcome,
                         MountCommand command, const std::string& what, const TimeLimit& limit);
 
+/// What a command that is over with its answer adds to its result.
+inline constexpr const char* kAcceptanceUntold =
+    "; the driver does not tell whether the controller accepted that";
+
 /// Readings that stay within `restDegrees` for `restSeconds`.
 LookStep RestStep(double restSeconds, double restDegrees);
 

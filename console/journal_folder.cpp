@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdio>
 #include <cstring>
+#include <string_view>
 
 #include "console/files.h"
 #include "console/text_encoding.h"
@@ -14,6 +15,11 @@ namespace velquinctl {
 namespace {
 
 constexpr size_t kLongestJournal = 100'000'000;
+
+// A deep folder may have room for a shorter name and not for the journal's.
+constexpr std::string_view kJournalName = "_timeouterr_korvelwireless_20000101_000000.txt";
+constexpr const char* kTrialName = "_trialwrite_korvelwireless_20000101_000000.txt";
+static_assert(std::string_view(kTrialName).size() == kJournalName.size());
 
 // Read by the thread that ends the program; there is one session at a time.
 std::atomic<const wchar_t*> folderInUse = nullptr;
@@ -46,8 +52,7 @@ std::string InSystemCodePage(const std::wstring& path) {
 /// @param folder in the system's code page, with a separator at its end
 /// @return whether that can be done
 bool CanBeWritten(const std::string& folder) {
-  const std::string path =
-      folder + JournalFolder::kPrefix + "_trialwrite_korvelwireless_20000101_000000.txt";
+  const std::string path = folder + JournalFolder::kPrefix + kTrialName;
   std::FILE* const file = std::fopen(path.c_str(), "w");
   if (file == nullptr) return false;
   char block[4096];

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Runs velquinctl through scripts/wine-live as a person does: in a terminal the progress of a goto is
-# one line that is redrawn, in a pipe it is a line a second. Says what is otherwise.
+# one line that is redrawn, in a pipe it is a line a second. When the terminal goes away, the mount is
+# stopped. Says what is otherwise.
 # Usage: live_progress.sh FOLDER   the folder of velquinctl.exe and velquin-sim.exe
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/lib/common.sh"
@@ -36,3 +37,16 @@ lines=$(grep -c "$bars" "$work/terminal" || true)
 grep -q '^reached' "$work/terminal" || fail terminal "the result has no line"
 lines=$(grep -c "^$bars" "$work/pipe" || true)
 ((lines >= 2)) || fail pipe "$lines lines of progress"
+
+# The terminal goes away on the way.
+"${live[@]}" 5h +60d >"$work/hangup" 2>&1 </dev/null &
+slew=$!
+for ((i = 0; i < 200; ++i)); do
+  if grep -q "^$bars" "$work/hangup"; then break; fi
+  sleep 0.05
+done
+kill -HUP "$slew"
+code=0
+wait "$slew" || code=$?
+((code == 130)) || fail hangup "exit code $code"
+grep -q 'the controller acknowledged the stop' "$work/hangup" || fail hangup "the mount was not stopped"
