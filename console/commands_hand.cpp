@@ -100,8 +100,12 @@ void SleepThroughPulses(const CommandContext& context, const PulseAction& action
     // The driver reads no status until the last pulse is over.
     context.interrupt.SleepMs(static_cast<int>(action.DriverSeconds() * 1000.0));
   } catch (const Failure& failure) {
-    context.sessions.Close();
-    throw Failure(failure.Code(), failure.what() + std::string("; the driver finished its pulses"));
+    const bool finished = context.sessions.End(EndProbe::kAsk).Acknowledged(MountCommand::kPulse);
+    throw Failure(
+        failure.Code(),
+        failure.what() +
+            (finished ? std::string("; the driver finished its pulses")
+                      : std::string("; not every pulse was acknowledged, and ") + kMayStillMove));
   }
 }
 
@@ -168,7 +172,7 @@ void PerformGuideSpeed(const CommandContext& context, const GuideSpeedAction& ac
   ExpectAcknowledged(context, outcome, MountCommand::kGuideSpeed, "the guide speeds",
                      context.Limit(kHandSeconds));
   context.output.Done("guide speeds acknowledged: " + NumberText(action.rateRa) + " and " +
-                          NumberText(action.rateDec),
+                          NumberText(action.rateDec) + kAcceptanceUntold,
                       JsonObject().Add("rateRa", action.rateRa).Add("rateDec", action.rateDec));
 }
 

@@ -130,6 +130,21 @@ TEST_F(VelquinctlTest, ASecondCtrlCEndsAtOnce) {
   EXPECT_THAT(result.error, HasSubstr("the mount may still be moving"));
 }
 
+TEST(VelquinctlDeafMount, CtrlCTellsOfAPulseThatWasLost) {
+  simulator::ScriptedController controller;
+  controller.LooksLikeAMount();
+  const std::string pulse = "$MTMV2=2.000000,0.000000,1.000000";
+  controller.IsSilentTo(pulse);
+  VelquinctlRun run({"pulse", controller.Address(), "--north", "2000"});
+  ASSERT_TRUE(controller.WaitFor(pulse, 20000));
+  ASSERT_TRUE(run.Interrupt());
+  const ProgramResult result = run.Wait();
+  EXPECT_EQ(result.exitCode, 130);
+  EXPECT_THAT(result.error,
+              HasSubstr("interrupted; not every pulse was acknowledged, and the mount "
+                        "may still be moving"));
+}
+
 TEST(VelquinctlDeafMount, FallingSilentEndsTheGoto) {
   simulator::ScriptedController controller;
   controller.LooksLikeAMount();
