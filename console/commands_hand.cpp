@@ -18,10 +18,9 @@
 namespace velquinctl {
 namespace {
 
-constexpr int kRenewMs = 100;         // each move lasts one second at the most unless renewed
-constexpr double kRestSeconds = 0.5;  // about five polls
-constexpr double kRestDegrees = 0.02;
-constexpr double kHandSeconds = 10.0;      // beside the time of the moves themselves
+constexpr int kRenewMs = 100;          // each move lasts one second at the most unless renewed
+constexpr double kRestSeconds = 0.8;   // longer than until a slow link has brought another reading
+constexpr double kHandSeconds = 10.0;  // beside the time of the moves themselves
 constexpr double kNoMotionDegrees = 1e-5;  // the controller reports positions in steps of this size
 
 std::string NumberText(double value) {
@@ -37,8 +36,7 @@ TimeLimit LimitBeside(const CommandContext& context, double moveSeconds) {
 
 /// Waits until a new session shows the mount at rest. @return the state then.
 MountState WaitForRest(const CommandContext& context, const TimeLimit& limit) {
-  const FreshLook look =
-      WatchAnew(context, limit, [] { return RestStep(kRestSeconds, kRestDegrees); });
+  const FreshLook look = WatchAnew(context, limit, [] { return RestStep(kRestSeconds); });
   if (look.holds) return *look.state;
   throw Failure(ExitCode::kMountFailed,
                 "the controller acknowledged the move, but no reading after it shows the mount at "

@@ -6,55 +6,21 @@
 #include "console/commands.h"
 #include "console/failure.h"
 #include "console/fresh_look.h"
-#include "console/motion_watch.h"
-#include "console/mount_motion.h"
 #include "console/mount_poll.h"
 #include "console/mount_stop.h"
-#include "console/sky_distance.h"
+#include "console/slew_watch.h"
 
 namespace velquinctl {
 namespace {
 
 constexpr double kSlewTimeoutSeconds = 300.0;
 constexpr double kUnparkTimeoutSeconds = 10.0;
-// A mount counts as resting when it stayed below the speed of a slew for this long.
-constexpr double kRestSeconds = 1.5;
-constexpr double kRestDegrees = kSlewDegreesPerSecond * kRestSeconds;
+constexpr double kRestSeconds = 1.5;  // how long a mount that was stopped has to be seen at rest
 // How long a mount may take to begin.
 constexpr double kBeginSeconds = 8.0;
 // When every exchange is answered within its half second, a reading is newer than a command sent so
 // long before: one poll may be running, the worker sleeps 0.1 s, then come the command and a poll.
 constexpr double kFreshSeconds = 1.8;
-
-/// Follows a slew whose end is not known beforehand.
-class SlewWatch {
- public:
-  explicit SlewWatch(const SkyPosition& start) : start_(start) {}
-
-  /// Begins anew with another row of readings; what was seen so far still counts as moved.
-  void Clear() { motion_.Clear(); }
-  /// Takes a reading from outside of the row.
-  void NoteTravel(const SkyPosition& position) {
-    if (AxisDistanceDegrees(start_, position) > kRestDegrees) moved_ = true;
-  }
-
-  void Add(double seconds, const SkyPosition& position) {
-    motion_.Add(seconds, position);
-    if (motion_.SpreadDegrees() > kRestDegrees) moved_ = true;
-    NoteTravel(position);
-    travelDegrees_ = SkyDistanceDegrees(start_, position);
-  }
-
-  bool Moved() const { return moved_; }
-  bool Rests() const { return motion_.Full() && motion_.SpreadDegrees() <= kRestDegrees; }
-  double TravelDegrees() const { return travelDegrees_; }
-
- private:
-  const SkyPosition start_;
-  MotionWatch motion_{kRestSeconds};
-  bool moved_ = false;
-  double travelDegrees_ = 0.0;
-};
 
 std::string MovingText(const char* what, const SlewWatch& watch, double seconds,
                        const SkyPosition& position) {
@@ -76,7 +42,7 @@ struct PlaceSlew {
 /// @return whether this reading, with those before it, shows the end of the slew.
 bool Arrived(const PlaceSlew& slew, const SlewWatch& watch, double seconds,
              const MountState& state) {
-  if (!watch.Rests() || seconds < kFreshSeconds) return false;
+  if (!watch.AtRest() || seconds < kFreshSeconds) return false;
   if (slew.parks) return !state.ready;
   return watch.Moved() || seconds >= kBeginSeconds;
 }
@@ -86,16 +52,21 @@ MountState FollowSlew(const CommandContext& context, const Session& session, con
                       SlewWatch& watch, Motion& motion) {
   ProgressLine line(context.output.Progress(), context.output.ProgressWriter());
   MountState end;
+  double lastSeconds = 0.0;
   const auto step = [&](double seconds, const MountState& state) {
     end = state;
+    lastSeconds = seconds;
     watch.Add(seconds, state.position);
     line.Show(seconds, MovingText(slew.doing, watch, seconds, state.position));
     return Arrived(slew, watch, seconds, state);
   };
   const auto whenLate = [&]() -> std::string {
-    if (watch.Moved() && !watch.Rests()) return "the mount was still moving at the time limit";
+    if (watch.Moved() && !watch.AtRest()) return "the mount was still moving at the time limit";
     const SessionOutcome outcome = context.sessions.End(EndProbe::kAsk);
-    if (outcome.Acknowledged(slew.command) && outcome.ReadingsComplete()) motion.Settle();
+    // A mount that has had no time to begin may do so yet: it is stopped.
+    const bool refused = lastSeconds >= kBeginSeconds && watch.AtRest();
+    if (refused && outcome.Acknowledged(slew.command) && outcome.ReadingsComplete())
+      motion.Settle();
     return "the mount did not do it in time; it reports " + PositionText(end.position) + ", " +
            ReadyText(end);
   };
@@ -111,9 +82,11 @@ MountState FollowSlew(const CommandContext& context, const Session& session, con
 FreshLook FollowAnew(const CommandContext& context, const PlaceSlew& slew, SlewWatch& watch) {
   const auto makeStep = [&]() -> LookStep {
     watch.Clear();
-    return [&slew, anew = watch](double seconds, const MountState& state) mutable {
+    return [&, anew = watch](double seconds, const MountState& state) mutable {
       anew.Add(seconds, state.position);
-      return Arrived(slew, anew, seconds, state);
+      const bool arrived = Arrived(slew, anew, seconds, state);
+      if (arrived) watch = anew;
+      return arrived;
     };
   };
   FreshLook look = WatchAnew(context, context.Limit(kSlewTimeoutSeconds), makeStep);
@@ -131,7 +104,13 @@ void JudgeSlew(const PlaceSlew& slew, const SlewWatch& watch, bool acknowledged,
                   "the mount rests at " +
                       where + ", " + ReadyText(end));
   }
-  if (slew.parks || watch.Moved()) return;
+  if (slew.parks) return;
+  if (watch.Moved()) {
+    if (watch.RestsAsAtHome()) return;
+    throw Failure(ExitCode::kMountFailed, "the mount moved and rests at " + where + ", " +
+                                              ReadyText(end) +
+                                              "; whether that is home is not known");
+  }
   throw Failure(ExitCode::kMountFailed,
                 "the controller acknowledged the command, but the mount did not move: it was at "
                 "home already, or it refused; it reports " +
@@ -161,8 +140,7 @@ void PerformPlaceSlew(const CommandContext& context, const PlaceSlew& slew) {
 
 /// @throws Failure unless a new reading shows the mount at rest after the acknowledged stop
 MountState WaitForStop(const CommandContext& context, const TimeLimit& limit) {
-  const FreshLook look =
-      WatchAnew(context, limit, [] { return RestStep(kRestSeconds, kRestDegrees); });
+  const FreshLook look = WatchAnew(context, limit, [] { return RestStep(kRestSeconds); });
   if (look.holds) return *look.state;
   throw Failure(ExitCode::kMountFailed,
                 std::string("the controller acknowledged the stop, but ") +

@@ -108,11 +108,11 @@ void ExpectAcknowledged(const CommandContext& context, const SessionOutcome& out
                : "it reports no position"));
 }
 
-LookStep RestStep(double restSeconds, double restDegrees) {
+LookStep RestStep(double restSeconds) {
   const auto motion = std::make_shared<MotionWatch>(restSeconds);
-  return [motion, restDegrees](double seconds, const MountState& state) {
+  return [motion](double seconds, const MountState& state) {
     motion->Add(seconds, state.position);
-    return motion->Full() && motion->SpreadDegrees() <= restDegrees;
+    return motion->AtRest();
   };
 }
 

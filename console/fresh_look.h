@@ -41,7 +41,8 @@ void ExpectAcknowledged(const CommandContext& context, const SessionOutcome& out
 inline constexpr const char* kAcceptanceUntold =
     "; the driver does not tell whether the controller accepted that";
 
-/// Readings that stay within `restDegrees` for `restSeconds`.
-LookStep RestStep(double restSeconds, double restDegrees);
+/// Readings of a mount that does nothing but track, or stand while the sky turns, for
+/// `restSeconds`.
+LookStep RestStep(double restSeconds);
 
 }  // namespace velquinctl

@@ -4,7 +4,9 @@
 
 #include <algorithm>
 
+#include "console/mount_motion.h"
 #include "console/sky_distance.h"
+#include "console/sky_drift.h"
 
 namespace velquinctl {
 
@@ -23,6 +25,24 @@ double MotionWatch::SpreadDegrees() const {
   for (const Sample& sample : samples_)
     spread = std::max(spread, AxisDistanceDegrees(sample.position, samples_.back().position));
   return spread;
+}
+
+bool MotionWatch::AtRest() const {
+  if (!Full()) return false;
+  const Sample& newest = samples_.back();
+  return std::all_of(samples_.begin(), samples_.end(), [&](const Sample& sample) {
+    const MountMotion motion =
+        MotionBetween(sample.position, newest.position, newest.seconds - sample.seconds);
+    return motion == MountMotion::kTracking || motion == MountMotion::kStanding;
+  });
+}
+
+bool MotionWatch::Standing() const {
+  if (!AtRest()) return false;
+  const Sample& oldest = samples_.front();
+  const Sample& newest = samples_.back();
+  return RaMovedDegrees(oldest.position, newest.position) >=
+         0.5 * kSiderealDegreesPerSecond * (newest.seconds - oldest.seconds);
 }
 
 }  // namespace velquinctl

@@ -26,13 +26,20 @@ class MotionWatch {
   /// @return the largest distance on an axis between the newest position and one in the window.
   double SpreadDegrees() const;
 
+  /// @return whether the mount did nothing but track, or stand while the sky turned: seen from each
+  ///         position of the window. False until the window is full.
+  bool AtRest() const;
+  /// @return whether it was at rest, and its right ascension grew with the sky, at half the sky's
+  ///         rate or more: it does not track.
+  bool Standing() const;
+
  private:
   struct Sample {
     double seconds;
     SkyPosition position;
   };
 
-  const double windowSeconds_;
+  double windowSeconds_;
   std::deque<Sample> samples_;  // the window, and the last one before it
 };
 

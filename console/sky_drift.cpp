@@ -6,7 +6,6 @@
 namespace velquinctl {
 namespace {
 
-constexpr double kSiderealDegreesPerSecond = 360.0 / 86164.0905;  // one turn in a sidereal day
 constexpr double kStepDegrees = 2e-5;  // the controller tells positions in steps of half of it
 constexpr double kOldestSeconds = 0.5;
 

@@ -41,5 +41,33 @@ TEST(MotionWatch, StaysFullWhenLooksAreFarApart) {
   EXPECT_NEAR(watch.SpreadDegrees(), 3.0, 1e-12);
 }
 
+/// @return a watch over a second of a mount with these speeds, degrees per second.
+MotionWatch Moving(double raSpeed, double decSpeed) {
+  MotionWatch watch(1.0);
+  for (int look = 0; look <= 15; ++look) {
+    const double seconds = look / 10.0;
+    watch.Add(seconds, {359.999 + raSpeed * seconds, 20.0 + decSpeed * seconds});
+  }
+  return watch;
+}
+
+TEST(MotionWatch, RestIsTrackingOrTheTurningSky) {
+  constexpr double kSkyTurn = 360.0 / 86164.0;
+  EXPECT_TRUE(Moving(0.0, 0.0).AtRest());
+  EXPECT_FALSE(Moving(0.0, 0.0).Standing());
+  EXPECT_TRUE(Moving(kSkyTurn, 0.0).AtRest());
+  EXPECT_TRUE(Moving(kSkyTurn, 0.0).Standing());
+  EXPECT_FALSE(Moving(-kSkyTurn, 0.0).AtRest());
+  EXPECT_FALSE(Moving(0.0, 0.107).AtRest()) << "the slowest move by hand";
+  EXPECT_FALSE(Moving(0.107, 0.0).AtRest());
+}
+
+TEST(MotionWatch, NothingRestsBeforeTheWindowIsFull) {
+  MotionWatch watch(1.0);
+  watch.Add(0.0, {0, 0});
+  watch.Add(0.9, {0, 0});
+  EXPECT_FALSE(watch.AtRest());
+}
+
 }  // namespace
 }  // namespace velquinctl

@@ -284,6 +284,40 @@ TEST_F(VelquinctlTest, HomeAndParkAndUnparkAreWaitedFor) {
   EXPECT_EQ(mount.State(), kTracking);
 }
 
+TEST(VelquinctlSlowMount, HomeDoesNotTakeAnothersStopForTheEnd) {
+  SimulatedMount mount(10.0);
+  mount.PointAt(6.0, 20.0);
+  VelquinctlRun run({"home", mount.Address(), "--progress", "none"});
+  ASSERT_TRUE(Eventually([&] { return mount.State() == kSlewing && mount.DecDegrees() > 25.0; },
+                         std::chrono::seconds(20)));
+  mount.Say("$MTSTP=1");
+  const ProgramResult result = run.Wait();
+  EXPECT_EQ(result.exitCode, 1) << result.out;
+  EXPECT_THAT(result.error, StartsWith("velquinctl: the mount moved and rests at "));
+  EXPECT_THAT(result.error, HasSubstr("ready; whether that is home is not known"));
+}
+
+TEST(VelquinctlDeafMount, AHomeThatHadNoTimeToBeginIsStopped) {
+  simulator::ScriptedController controller;
+  controller.LooksLikeAMount();
+  const ProgramResult result =
+      RunVelquinctl({"home", controller.Address(), "--timeout", "3", "--progress", "none"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_THAT(result.error, HasSubstr("the mount did not do it in time"));
+  EXPECT_THAT(result.error, HasSubstr("; the controller acknowledged the stop"));
+  EXPECT_TRUE(controller.Saw("$MTSTP=1"));
+}
+
+TEST(VelquinctlSlowMount, StopDoesNotCallACreepingMountStopped) {
+  SimulatedMount mount;
+  mount.PointAt(6.0, 20.0);
+  VelquinctlRun creep({"slew", mount.Address(), "north", "--speed", "1", "--for", "12"});
+  ASSERT_TRUE(Eventually([&] { return mount.DecDegrees() > 20.1; }, std::chrono::seconds(20)));
+  const ProgramResult result = RunVelquinctl({"stop", mount.Address(), "--timeout", "4"});
+  EXPECT_EQ(result.exitCode, 1) << result.out;
+  EXPECT_THAT(result.error, HasSubstr("no reading shows the mount at rest"));
+}
+
 TEST(VelquinctlDeafMount, AParkThatDoesNotHappenIsReported) {
   simulator::ScriptedController controller;
   controller.LooksLikeAMount();

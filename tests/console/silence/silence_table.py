@@ -46,8 +46,8 @@ class Mount:
         self.port = FIRST_SIMULATOR_PORT + number
         self.process = subprocess.Popen(
             [f"{arguments.scripts}/wine-live", f"{arguments.programs}/velquin-sim.exe", "--port",
-             str(self.port), "--run-for", "900" if arguments.seeds else "230", "--time-scale", "3",
-             "--top-rate", "20", "--acceleration", "20", "--clock", "2026-01-15T12:00:00"],
+             str(self.port), "--run-for", "900" if arguments.seeds else "230", "--time-scale", "2",
+             "--top-rate", "30", "--acceleration", "45", "--clock", "2026-01-15T12:00:00"],
             stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
     def say(self, line, attempts=100):
