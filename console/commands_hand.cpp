@@ -8,11 +8,12 @@
 #include "console/commands.h"
 #include "console/failure.h"
 #include "console/fresh_look.h"
+#include "console/hand_move.h"
+#include "console/motion_watch.h"
 #include "console/mount_motion.h"
 #include "console/mount_poll.h"
 #include "console/mount_stop.h"
 #include "console/sky_distance.h"
-#include "console/sky_drift.h"
 #include "console/steady_time.h"
 
 namespace velquinctl {
@@ -21,7 +22,6 @@ namespace {
 constexpr int kRenewMs = 100;          // each move lasts one second at the most unless renewed
 constexpr double kRestSeconds = 0.8;   // longer than until a slow link has brought another reading
 constexpr double kHandSeconds = 10.0;  // beside the time of the moves themselves
-constexpr double kNoMotionDegrees = 1e-5;  // the controller reports positions in steps of this size
 
 std::string NumberText(double value) {
   char text[32];
@@ -34,10 +34,52 @@ TimeLimit LimitBeside(const CommandContext& context, double moveSeconds) {
   return context.Limit(moveSeconds + kHandSeconds);
 }
 
-/// Waits until a new session shows the mount at rest. @return the state then.
-MountState WaitForRest(const CommandContext& context, const TimeLimit& limit) {
-  const FreshLook look = WatchAnew(context, limit, [] { return RestStep(kRestSeconds); });
-  if (look.holds) return *look.state;
+/// Where a move begins.
+struct MoveStart {
+  bool tracks = false;
+  double seconds = 0.0;  // of the position
+  SkyPosition position;
+};
+
+/// Makes sure that what is seen afterwards is the move, and not what the mount did anyway. A new
+/// session is left. @throws Failure for a mount that moves already
+MoveStart ExpectRest(const CommandContext& context, const TimeLimit& limit) {
+  context.Connect();
+  const MomentView view = WatchForAMoment(context, limit);
+  if (!view.look.holds) {
+    throw Failure(ExitCode::kMountFailed, context.request.address +
+                                              " stopped responding: whether the mount moves is not "
+                                              "known; nothing was sent");
+  }
+  if (view.Moves()) {
+    throw Failure(ExitCode::kMountFailed,
+                  std::string("the mount is ") + MotionWord(view.motion) + " already, at " +
+                      PositionText(view.look.state->position) +
+                      "; nothing was sent. If it should not move, run \"velquinctl stop\"");
+  }
+  const Session& session = context.Connect();
+  return {view.motion == MountMotion::kTracking, SteadySeconds(), session.Read().position};
+}
+
+/// Where a move ends.
+struct MoveEnd {
+  MountState state;
+  bool tracks = false;
+};
+
+/// Waits until a new session shows the mount at rest.
+MoveEnd WaitForRest(const CommandContext& context, const TimeLimit& limit) {
+  bool tracks = false;
+  const auto makeStep = [&]() -> LookStep {
+    return
+        [&, motion = MotionWatch(kRestSeconds)](double seconds, const MountState& state) mutable {
+          motion.Add(seconds, state.position);
+          tracks = !motion.Standing();
+          return motion.AtRest();
+        };
+  };
+  const FreshLook look = WatchAnew(context, limit, makeStep);
+  if (look.holds) return {*look.state, tracks};
   throw Failure(ExitCode::kMountFailed,
                 "the controller acknowledged the move, but no reading after it shows the mount at "
                 "rest; " +
@@ -60,12 +102,27 @@ std::string MovedLine(const std::string& direction, const SkyPosition& start,
          PositionText(end) + " (" + MovedText(start, end) + ')';
 }
 
-/// @throws Failure when the mount did not move, or was not ready and only the sky went on.
-void ExpectMotion(const SkyPosition& start, const MountState& end, double seconds) {
-  if (AxisDistanceDegrees(start, end.position) < kNoMotionDegrees)
-    throw Failure(ExitCode::kMountFailed, "the mount did not move");
-  if (end.ready || !IsSkyDrift(start, end.position, seconds)) return;
-  throw Failure(ExitCode::kMountFailed, "the mount did not move: it is " + ReadyText(end));
+/// @throws Failure when the coordinates do not show the move that was asked for
+void ExpectMotion(const MoveStart& start, const MoveEnd& end, HandMoveWay way) {
+  const MountState& state = end.state;
+  const std::string notReady = state.ready ? "" : ": it is " + ReadyText(state);
+  switch (JudgeHandMove(start.position, state.position, SteadySeconds() - start.seconds, way,
+                        start.tracks && end.tracks)) {
+    case HandMoveVerdict::kMoved:
+      return;
+    case HandMoveVerdict::kUnmoved:
+      throw Failure(ExitCode::kMountFailed, "the mount did not move" + notReady);
+    case HandMoveVerdict::kSkyDrift:
+      throw Failure(ExitCode::kMountFailed,
+                    state.ready
+                        ? "the mount was not seen to move: it does not track, and the sky's "
+                          "turning explains what its coordinates did (" +
+                              MovedText(start.position, state.position) + ')'
+                        : "the mount did not move" + notReady);
+    case HandMoveVerdict::kOther:
+      throw Failure(ExitCode::kMountFailed, "the mount was not seen to move as it was asked to: " +
+                                                MovedText(start.position, state.position));
+  }
 }
 
 /// Holds the button: renews the move until its time is over.
@@ -86,10 +143,16 @@ void HoldSlew(const CommandContext& context, const Session& session, const SlewA
   }
 }
 
-/// @return whether the pulses of an axis do not cancel each other.
-bool PulsesMove(const PulseAction& action) {
+HandMoveWay AskedWay(const SlewAction& action) {
+  const double north =
+      (action.direction == TELESCOPE_NORTH) - (action.direction == TELESCOPE_SOUTH);
+  const double east = (action.direction == TELESCOPE_EAST) - (action.direction == TELESCOPE_WEST);
+  return WayOf(north, east, true);
+}
+
+HandMoveWay AskedWay(const PulseAction& action) {
   const auto& ms = action.lengthsMs;
-  return (ms[0] != ms[1] && action.rateDec != 0.0) || (ms[2] != ms[3] && action.rateRa != 0.0);
+  return WayOf((ms[0] - ms[1]) * action.rateDec, (ms[2] - ms[3]) * action.rateRa, false);
 }
 
 /// Waits until the pulses are over. Ctrl-C does not end them: the driver finishes what it began.
@@ -110,10 +173,9 @@ void SleepThroughPulses(const CommandContext& context, const PulseAction& action
 }  // namespace
 
 void PerformSlew(const CommandContext& context, const SlewAction& action) {
-  const Session& session = context.Connect();
-  const double begin = SteadySeconds();
-  const SkyPosition start = session.Read().position;
   const TimeLimit limit = LimitBeside(context, action.forSeconds);
+  const MoveStart start = ExpectRest(context, limit);
+  const Session& session = *context.sessions.Current();
   WithStopWhenBrokenOff(context, [&](Motion& motion) {
     motion.Begin();
     HoldSlew(context, session, action, limit);
@@ -126,20 +188,19 @@ void PerformSlew(const CommandContext& context, const SlewAction& action) {
     }
     motion.Settle();
   });
-  const MountState end = WaitForRest(context, limit);
-  ExpectMotion(start, end, SteadySeconds() - begin);
-  context.output.Done(MovedLine(' ' + action.directionName, start, end.position),
+  const MoveEnd end = WaitForRest(context, limit);
+  ExpectMotion(start, end, AskedWay(action));
+  context.output.Done(MovedLine(' ' + action.directionName, start.position, end.state.position),
                       JsonObject()
                           .Add("direction", action.directionName)
                           .Add("speed", action.speed)
-                          .Append(MovedObject(start, end)));
+                          .Append(MovedObject(start.position, end.state)));
 }
 
 void PerformPulse(const CommandContext& context, const PulseAction& action) {
-  const Session& session = context.Connect();
-  const double begin = SteadySeconds();
-  const SkyPosition start = session.Read().position;
   const TimeLimit limit = LimitBeside(context, action.DriverSeconds());
+  const MoveStart start = ExpectRest(context, limit);
+  const Session& session = *context.sessions.Current();
   if (limit.LeftSeconds() < action.DriverSeconds())
     throw Failure(ExitCode::kMountFailed, "no time left for the pulses: none was sent");
   const auto& ms = action.lengthsMs;
@@ -151,9 +212,9 @@ void PerformPulse(const CommandContext& context, const PulseAction& action) {
   const SessionOutcome outcome = context.sessions.End(EndProbe::kSkip);
   motion.Settle();
   ExpectAcknowledged(context, outcome, MountCommand::kPulse, "every pulse", limit);
-  const MountState end = WaitForRest(context, limit);
-  if (PulsesMove(action)) ExpectMotion(start, end, SteadySeconds() - begin);
-  context.output.Done("pulses acknowledged: " + MovedLine("", start, end.position),
+  const MoveEnd end = WaitForRest(context, limit);
+  if (Moves(AskedWay(action))) ExpectMotion(start, end, AskedWay(action));
+  context.output.Done("pulses acknowledged: " + MovedLine("", start.position, end.state.position),
                       JsonObject()
                           .Add("northMs", ms[0])
                           .Add("southMs", ms[1])
@@ -161,7 +222,7 @@ void PerformPulse(const CommandContext& context, const PulseAction& action) {
                           .Add("westMs", ms[3])
                           .Add("rateRa", action.rateRa)
                           .Add("rateDec", action.rateDec)
-                          .Append(MovedObject(start, end)));
+                          .Append(MovedObject(start.position, end.state)));
 }
 
 void PerformGuideSpeed(const CommandContext& context, const GuideSpeedAction& action) {

@@ -14,8 +14,6 @@ namespace velquinctl {
 namespace {
 
 constexpr double kStatusSeconds = 10.0;
-// Longer than it takes until a slow link has brought another reading.
-constexpr double kMomentSeconds = 0.8;
 
 std::string Degrees(double degrees) {
   char text[32];
@@ -29,41 +27,19 @@ std::string SpeedText(double degreesPerSecond) {
   return text;
 }
 
-/// A mount seen for a moment.
-struct StatusView {
-  MountState state;
-  MountMotion motion = MountMotion::kTracking;
-  double degreesPerSecond = 0.0;
-};
-
-std::string StateText(const StatusView& view) {
-  const bool moves = view.motion == MountMotion::kMoving || view.motion == MountMotion::kSlewing;
-  std::string text = ReadyText(view.state);
-  if (view.state.ready || moves) text += std::string(", ") + MotionWord(view.motion);
-  if (moves) text += " at " + SpeedText(view.degreesPerSecond);
+std::string StateText(const MomentView& view) {
+  std::string text = ReadyText(*view.look.state);
+  if (view.look.state->ready || view.Moves()) text += std::string(", ") + MotionWord(view.motion);
+  if (view.Moves()) text += " at " + SpeedText(view.degreesPerSecond);
   return text;
 }
 
-/// Watches the mount for a moment, in sessions of its own until every answer came.
-/// @throws Failure when that does not happen in time; it tells the position
-StatusView LookForAMoment(const CommandContext& context) {
-  StatusView view;
-  const auto makeStep = [&]() -> LookStep {
-    return
-        [&, first = std::optional<SkyPosition>()](double seconds, const MountState& state) mutable {
-          if (!first) first = state.position;
-          if (seconds < kMomentSeconds) return false;
-          view.motion = MotionBetween(*first, state.position, seconds);
-          view.degreesPerSecond = SpeedBetween(*first, state.position, seconds);
-          return true;
-        };
-  };
+/// @throws Failure when not every answer came in time; it tells the position
+MomentView LookForAMoment(const CommandContext& context) {
   context.Connect();
-  const FreshLook look = WatchAnew(context, context.Limit(kStatusSeconds), makeStep);
-  if (look.holds) {
-    view.state = *look.state;
-    return view;
-  }
+  const MomentView view = WatchForAMoment(context, context.Limit(kStatusSeconds));
+  const FreshLook& look = view.look;
+  if (look.holds) return view;
   if (!look.state) throw Failure(ExitCode::kMountFailed, "there was no time for a reading");
   throw Failure(ExitCode::kMountFailed,
                 context.request.address + " stopped responding: the mount was last at " +
@@ -93,8 +69,8 @@ void PerformStatus(const CommandContext& context, const StatusAction& action) {
     PerformMonitor(context, {1.0, action.forSeconds, true});
     return;
   }
-  const StatusView view = LookForAMoment(context);
-  const MountState& state = view.state;
+  const MomentView view = LookForAMoment(context);
+  const MountState& state = *view.look.state;
   const SkyPosition& position = state.position;
   const std::string text = "right ascension   " + FormatRightAscension(position.raDegrees) + "  (" +
                            Degrees(position.raDegrees) + ")\ndeclination      " +

@@ -13,6 +13,8 @@ namespace {
 
 constexpr int kPollMs = 50;
 constexpr int kPauseMs = 100;
+// Longer than it takes until a slow link has brought another reading.
+constexpr double kMomentSeconds = 0.8;
 
 /// Looks for something in one session after the other.
 class Looker {
@@ -92,6 +94,26 @@ FreshLook LookAnew(const CommandContext& context, const TimeLimit& limit, const 
 FreshLook WatchAnew(const CommandContext& context, const TimeLimit& limit,
                     const std::function<LookStep()>& makeStep) {
   return Looker(context, limit, makeStep(), makeStep).Look();
+}
+
+MomentView WatchForAMoment(const CommandContext& context, const TimeLimit& limit) {
+  MomentView view;
+  const auto makeStep = [&]() -> LookStep {
+    return [&, first = std::optional<SkyPosition>(), begin = 0.0](double seconds,
+                                                                  const MountState& state) mutable {
+      if (!first) {
+        first = state.position;
+        begin = seconds;
+      }
+      const double passed = seconds - begin;
+      if (passed < kMomentSeconds) return false;
+      view.motion = MotionBetween(*first, state.position, passed);
+      view.degreesPerSecond = SpeedBetween(*first, state.position, passed);
+      return true;
+    };
+  };
+  view.look = WatchAnew(context, limit, makeStep);
+  return view;
 }
 
 void ExpectAcknowledged(const CommandContext& context, const SessionOutcome& outcome,

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "console/commands.h"
+#include "console/mount_motion.h"
 
 namespace velquinctl {
 
@@ -30,6 +31,19 @@ FreshLook LookAnew(const CommandContext& context, const TimeLimit& limit, const 
 /// @param makeStep makes a step for a row
 FreshLook WatchAnew(const CommandContext& context, const TimeLimit& limit,
                     const std::function<LookStep()>& makeStep);
+
+/// A mount watched for a moment.
+struct MomentView {
+  FreshLook look;  ///< holds when every answer of the moment came; the rest counts only then
+  MountMotion motion = MountMotion::kTracking;
+  double degreesPerSecond = 0.0;
+
+  /// @return whether it does more than track or stand.
+  bool Moves() const { return motion == MountMotion::kMoving || motion == MountMotion::kSlewing; }
+};
+
+/// Watches the mount for a moment as WatchAnew does. No session is left.
+MomentView WatchForAMoment(const CommandContext& context, const TimeLimit& limit);
 
 /// For a command that is over with its answer.
 /// @param what how the message calls the command, for example "the sync"

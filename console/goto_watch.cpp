@@ -16,14 +16,20 @@ constexpr double kRestSeconds = 0.8;
 constexpr double kStallSeconds = 8.0;
 // Above what the sky does in that time to a mount that does not track (0.034 degrees).
 constexpr double kStandingDegrees = 0.05;
+// Above what guiding does to a mount at the target, and below the slowest move by hand.
+constexpr double kRestDegrees = 0.02;
 
 }  // namespace
 
 GotoWatch::GotoWatch(const SkyPosition& target, double toleranceDegrees)
-    : target_(target), toleranceDegrees_(toleranceDegrees), stall_(kStallSeconds) {}
+    : target_(target),
+      toleranceDegrees_(toleranceDegrees),
+      rest_(kRestSeconds),
+      stall_(kStallSeconds) {}
 
 GotoWatch::Verdict GotoWatch::Add(double seconds, const SkyPosition& position) {
   stall_.Add(seconds, position);
+  rest_.Add(seconds, position);
   leftDegrees_ = SkyDistanceDegrees(position, target_);
   if (!begun_) {
     begun_ = true;
@@ -35,7 +41,8 @@ GotoWatch::Verdict GotoWatch::Add(double seconds, const SkyPosition& position) {
   } else if (thereSince_ < 0.0) {
     thereSince_ = seconds;
   }
-  if (thereSince_ >= 0.0 && seconds - thereSince_ >= kRestSeconds) return Verdict::kArrived;
+  const bool there = thereSince_ >= 0.0 && seconds - thereSince_ >= kRestSeconds;
+  if (there && rest_.Full() && rest_.SpreadDegrees() <= kRestDegrees) return Verdict::kArrived;
   if (!stall_.Full() || stall_.SpreadDegrees() > kStandingDegrees) return Verdict::kOnTheWay;
   const bool moved = AxisDistanceDegrees(start_, position) > 2 * kStandingDegrees;
   return moved ? Verdict::kStoppedShort : Verdict::kNeverMoved;

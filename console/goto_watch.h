@@ -31,6 +31,7 @@ class GotoWatch {
  private:
   const SkyPosition target_;
   const double toleranceDegrees_;
+  MotionWatch rest_;
   MotionWatch stall_;
   bool begun_ = false;
   SkyPosition start_;

@@ -47,6 +47,18 @@ TEST(GotoWatch, PassingTheTargetIsNoArrival) {
   EXPECT_GT(end.seconds, 17.0);
 }
 
+TEST(GotoWatch, ASlewThroughAWideToleranceIsNoArrivalBeforeItRests) {
+  GotoWatch watch({40, 20}, 10.0);
+  const Ending end = Watch(watch, [](double s) {
+    return SkyPosition{std::min(35 + 0.5 * s, 40.0), 20};
+  });
+  EXPECT_EQ(end.verdict, Verdict::kArrived);
+  EXPECT_GT(end.seconds, 10.0);
+  GotoWatch creeping({40, 20}, 10.0);
+  EXPECT_EQ(Watch(creeping, [](double s) { return SkyPosition{35 + 0.1 * s, 20}; }).verdict,
+            Verdict::kOnTheWay);
+}
+
 TEST(GotoWatch, AMountThatIsThereAlreadyHasArrivedSoon) {
   GotoWatch watch({40, 20}, kTolerance);
   const Ending end = Watch(watch, [](double) { return SkyPosition{40.001, 20}; });

@@ -223,6 +223,15 @@ TEST_F(VelquinctlTest, MovesShowWhatTheCoordinatesDo) {
       << pulsed.out;
 }
 
+TEST_F(VelquinctlTest, AShortGuidePulseIsSeen) {
+  mount.PointAt(6.0, 20.0);
+  for (const char* direction : {"--north", "--south", "--east", "--west"}) {
+    const ProgramResult result = RunVelquinctl(
+        {"pulse", Address(), direction, "100", "--rate-dec", "0.5", "--rate-ra", "0.5"});
+    EXPECT_EQ(result.exitCode, 0) << direction << ' ' << result.error;
+  }
+}
+
 TEST_F(VelquinctlTest, MovesThatOutlastTheTimeLimitAreRefused) {
   for (const std::vector<std::string>& words :
        {std::vector<std::string>{"slew", Address(), "east", "--for", "3", "--timeout", "3"},
@@ -353,6 +362,35 @@ TEST(VelquinctlDeafMount, ASlewThatMovesNothingIsReported) {
   const ProgramResult result = RunVelquinctl({"slew", controller.Address(), "east", "--quiet"});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_EQ(result.error, "velquinctl: the mount did not move\n");
+}
+
+TEST(VelquinctlDeafMount, ARefusedMoveOfAMountThatTurnsWithTheSkyIsReported) {
+  simulator::ScriptedController controller;
+  controller.LooksLikeAMount();
+  controller.Answers("$MTMV2=", "$MTMV2=ERROR");
+  // It does not track: 15 seconds of arc a second. Each status is newer by about a tenth.
+  std::vector<simulator::ScriptedReply> turning;
+  for (int i = 0; i < 300; ++i) {
+    turning.push_back("$MTSTA=61055.5,1,0,0,0,45.0,270,30," +
+                      std::to_string(6.0 + i * 0.1 / 3600.0) + "00,22.5,4");
+  }
+  controller.AnswersInTurn("$MTSTA?", turning);
+  const ProgramResult result = RunVelquinctl({"pulse", controller.Address(), "--west", "300"});
+  EXPECT_EQ(result.exitCode, 1) << result.out;
+  EXPECT_THAT(result.error, HasSubstr("the mount was not seen to move"));
+}
+
+TEST(VelquinctlSlowMount, AMountThatMovesAlreadyIsGivenNoPulse) {
+  SimulatedMount mount(4.0);
+  mount.Say("$MTTGT=3,5.0,10.0,");
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{"pulse", mount.Address(), "--north", "300"},
+        std::vector<std::string>{"slew", mount.Address(), "south"}}) {
+    const ProgramResult result = RunVelquinctl(words);
+    EXPECT_EQ(result.exitCode, 1) << result.out;
+    EXPECT_THAT(result.error, HasSubstr("the mount is slewing already, at "));
+  }
+  EXPECT_THAT(mount.Commands(), Not(Contains(StartsWith("$MTMV2="))));
 }
 
 TEST_F(VelquinctlTest, PulsesAreSentOneAfterTheOther) {
