@@ -16,6 +16,7 @@ namespace {
 constexpr double kArcsecPerDegree = 3600.0;
 constexpr int kLongestPulseMs = 60000;
 constexpr double kHighestRate = 200.0;
+constexpr double kShortestSlewSeconds = 0.2;
 
 [[noreturn]] void Refuse(const std::string& text) {
   throw Failure(ExitCode::kWrongUsage, text);
@@ -141,6 +142,8 @@ Action MakeSlew(const ArgumentTexts& t) {
   action.directionName = t.direction;
   action.speed = t.speed.empty() ? 4 : WholeArgument("--speed", t.speed, 0, 9);
   action.forSeconds = SecondsArgument("--for", t.duration).value_or(1.0);
+  // The driver sends a move after its next status query; a shorter one would be over by then.
+  if (action.forSeconds < kShortestSlewSeconds) Refuse("--for must be at least 0.2 seconds");
   return action;
 }
 

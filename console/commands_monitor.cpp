@@ -26,6 +26,7 @@ struct Row {
   double seconds = 0.0;  // since the beginning
   MountState state;
   std::optional<double> degreesPerSecond;  // empty for the first row
+  double changedSeconds = 0.0;             // when the position was last another
 };
 
 std::string LocalTimeText() {
@@ -40,7 +41,11 @@ std::string LocalTimeText() {
 std::string StateText(const Row& row) {
   const std::string text = ReadyText(row.state);
   if (!row.degreesPerSecond) return text + ", speed not known yet";
-  return *row.degreesPerSecond < kSlewDegreesPerSecond ? text : text + ", slewing";
+  if (*row.degreesPerSecond >= kSlewDegreesPerSecond) return text + ", slewing";
+  // A mount that tracks reports the same position as one whose answers are missing.
+  const int unchanged = static_cast<int>(row.seconds - row.changedSeconds);
+  if (unchanged < 1) return text;
+  return text + ", position unchanged for " + std::to_string(unchanged) + " s";
 }
 
 std::string RowText(const Row& row) {
@@ -55,13 +60,17 @@ JsonObject RowObject(const Row& row) {
   JsonObject object;
   object.Add("localTime", LocalTimeText()).Add("elapsedSeconds", row.seconds);
   object.Append(StateObject(row.state));
+  object.Add("unchangedSeconds", row.seconds - row.changedSeconds);
   if (!row.degreesPerSecond) return object.AddNull("speedDegreesPerSecond");
   return object.Add("speedDegreesPerSecond", *row.degreesPerSecond);
 }
 
 /// Measures the speed against the last row that was kept, so that it is a mean and not noise.
-Row Look(const Session& session, const Row& last, double begin) {
-  Row row{SteadySeconds() - begin, session.Read(), {}};
+/// @param newest the row before, kept or not
+Row Look(const Session& session, const Row& last, const Row& newest, double begin) {
+  Row row{SteadySeconds() - begin, session.Read(), {}, newest.changedSeconds};
+  const SkyPosition& position = row.state.position;
+  if (AxisDistanceDegrees(newest.state.position, position) > 0.0) row.changedSeconds = row.seconds;
   const double passed = row.seconds - last.seconds;
   if (row.state.valid && last.state.valid && passed > 0.0) {
     row.degreesPerSecond = SkyDistanceDegrees(last.state.position, row.state.position) / passed;
@@ -88,10 +97,12 @@ void ShowRows(const CommandContext& context, const MonitorAction& action) {
   if (!output.Json() && !action.oneLine) WriteOut(std::string(kHeader) + '\n');
 
   Row last{0.0, session.Read(), {}};
+  Row newest = last;
   if (!live) Keep(output, line, last);
   for (;;) {
     context.interrupt.SleepMs(kLookMs);
-    const Row row = Look(session, last, begin);
+    const Row row = Look(session, last, newest, begin);
+    newest = row;
     const bool over = action.forSeconds && row.seconds >= *action.forSeconds;
     const bool due = row.seconds - last.seconds >= action.intervalSeconds - kLookMs / 2000.0;
     if (live) line.Show(row.seconds, RowText(row));

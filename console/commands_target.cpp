@@ -12,6 +12,7 @@
 #include "console/mount_stop.h"
 #include "console/progress_bar.h"
 #include "console/sky_distance.h"
+#include "console/sync_judgement.h"
 #include "console/terminal.h"
 
 namespace velquinctl {
@@ -20,7 +21,6 @@ namespace {
 constexpr double kGotoSeconds = 300.0;
 constexpr double kSyncSeconds = 10.0;
 constexpr double kFarSyncDegrees = 5.0;  // farther away it is more likely a slip than a correction
-constexpr double kSyncToleranceDegrees = 60.0 / 3600.0;
 constexpr int kBarWidth = 20;
 constexpr const char* kNotGone =
     "the mount did not move: target below the horizon or command refused";
@@ -76,6 +76,19 @@ struct GotoView {
   MountState state;
 };
 
+/// @return what is to be said of a mount after a refused goto: it goes on as before.
+std::string RefusedText(const CommandContext& context) {
+  const std::string said = DriverSays(context.messages);
+  const std::string text = "the goto was refused: target below the horizon or command refused";
+  // Waits for the driver, which may still be at its message: what it tells now may be old.
+  context.sessions.Close();
+  const MomentView view = WatchForAMoment(context, context.Limit(kGotoSeconds));
+  if (view.look.holds && !view.Moves()) return text + said;
+  if (!view.look.holds)
+    return text + said + "; whether the mount moves is not known: " + kMayStillMove;
+  return text + said + "; the mount is " + MotionWord(view.motion) + ": " + kMayStillMove;
+}
+
 /// Follows the goto in the session that sent it, to its end.
 void FollowGoto(const CommandContext& context, const Session& session, GotoView& view,
                 Motion& motion) {
@@ -96,7 +109,7 @@ void FollowGoto(const CommandContext& context, const Session& session, GotoView&
             {.limit = context.Limit(kGotoSeconds),
              .step = step,
              .whenLate = whenLate,
-             .whenRefused = kNotGone,
+             .whenRefused = [&] { return RefusedText(context); },
              .motion = &motion});
   line.End();
 }
@@ -137,6 +150,32 @@ void ExpectSyncIsMeant(const CommandContext& context, const SyncAction& action,
   if (!yes) throw Failure(ExitCode::kMountFailed, "not synchronised: nothing was sent");
 }
 
+/// @return the mount after the acknowledged sync.
+/// @throws Failure unless a new reading shows that the mount took it
+MountState ExpectSyncTaken(const CommandContext& context, const SyncAction& action,
+                           const SkyPosition& before, const TimeLimit& limit) {
+  auto verdict = SyncVerdict::kNotSeen;
+  const FreshLook look = LookAnew(context, limit, [&](double, const MountState& state) {
+    verdict = JudgeSync(before, state.position, action.target);
+    return verdict != SyncVerdict::kNotSeen;
+  });
+  if (!look.state) {
+    throw Failure(ExitCode::kMountFailed,
+                  "the controller acknowledged the sync, but reported no position after it");
+  }
+  if (verdict == SyncVerdict::kTaken) return *look.state;
+  if (verdict == SyncVerdict::kCannotBeTold) {
+    throw Failure(ExitCode::kMountFailed,
+                  "the controller acknowledged the sync, but the mount was only " +
+                      FormatDistance(SkyDistanceDegrees(before, action.target)) +
+                      " from the position before: whether it took the sync cannot be told");
+  }
+  const SkyPosition& end = look.state->position;
+  throw Failure(ExitCode::kMountFailed,
+                "the mount did not accept the sync; it reports " + PositionText(end) + ", " +
+                    FormatDistance(SkyDistanceDegrees(end, action.target)) + " away");
+}
+
 }  // namespace
 
 void PerformGoto(const CommandContext& context, const GotoAction& action) {
@@ -170,23 +209,11 @@ void PerformSync(const CommandContext& context, const SyncAction& action) {
   session.Exports().Sync(nullptr, target);
   const SessionOutcome outcome = context.sessions.End(EndProbe::kSkip);
   ExpectAcknowledged(context, outcome, MountCommand::kSync, "the sync", limit);
-  const FreshLook look = LookAnew(context, limit, [&](double, const MountState& state) {
-    return SkyDistanceDegrees(state.position, action.target) <= kSyncToleranceDegrees;
-  });
-  if (!look.state) {
-    throw Failure(ExitCode::kMountFailed,
-                  "the controller acknowledged the sync, but reported no position after it");
-  }
-  const SkyPosition& end = look.state->position;
-  if (!look.holds) {
-    throw Failure(ExitCode::kMountFailed,
-                  "the mount did not accept the sync; it reports " + PositionText(end) + ", " +
-                      FormatDistance(SkyDistanceDegrees(end, action.target)) + " away");
-  }
+  const MountState after = ExpectSyncTaken(context, action, before.position, limit);
   const double offset = SkyDistanceDegrees(before.position, action.target);
   JsonObject details = TargetObject(action.target);
-  details.Append(StateObject(*look.state)).Add("correctedDegrees", offset);
-  context.output.Done("synchronised: the mount points at " + PositionText(end) + ", " +
+  details.Append(StateObject(after)).Add("correctedDegrees", offset);
+  context.output.Done("synchronised: the mount points at " + PositionText(after.position) + ", " +
                           FormatDistance(offset) + " from where it thought it was",
                       details);
 }

@@ -20,7 +20,9 @@ void PollMount(const CommandContext& context, const Session& session, const Moun
     context.interrupt.SleepMs(kPollMs);
     if (context.messages.HasText()) {
       if (poll.motion != nullptr) poll.motion->Settle();
-      throw Failure(ExitCode::kMountFailed, poll.whenRefused + DriverSays(context.messages));
+      throw Failure(ExitCode::kMountFailed, poll.whenRefused ? poll.whenRefused()
+                                                             : "the mount refused the command" +
+                                                                   DriverSays(context.messages));
     }
     const MountState state = session.Read();
     if (!state.valid) {

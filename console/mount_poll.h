@@ -17,8 +17,9 @@ struct MountPoll {
   TimeLimit limit;  ///< after which the command has failed
   /// Gets the seconds since the beginning and the state; returns true when all is done.
   std::function<bool(double seconds, const MountState& state)> step;
-  std::function<std::string()> whenLate;                      ///< says what was not reached in time
-  std::string whenRefused = "the mount refused the command";  ///< when the driver shows a message
+  std::function<std::string()> whenLate;  ///< says what was not reached in time
+  /// Says it all when the driver shows a message; takes the message. Empty: the message alone.
+  std::function<std::string()> whenRefused = {};
   Motion* motion = nullptr;  ///< settled then: a mount that refused goes on as before
 };
 

@@ -88,10 +88,21 @@ TEST_F(VelquinctlTest, ATargetBelowTheHorizonFailsWithTheDriversWords) {
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_EQ(result.out, "");
   ASSERT_THAT(result.ErrorLines(), SizeIs(1));
-  EXPECT_THAT(result.error, StartsWith("velquinctl: the mount did not move: target below the "));
+  EXPECT_THAT(result.error, StartsWith("velquinctl: the goto was refused: target below the "));
   EXPECT_THAT(result.error, HasSubstr("天体が地平線下です。"));
   EXPECT_NEAR(mount.DecDegrees(), 20.0, 1e-4);
   EXPECT_FALSE(mount.Saw("$MTSTP=1")) << "a mount that refused goes on as before";
+}
+
+TEST(VelquinctlSlowMount, ARefusedGotoDoesNotHideThatTheMountMoves) {
+  SimulatedMount mount(4.0);
+  mount.Say("$MTTGT=3,5.0,10.0,");
+  const ProgramResult result =
+      RunVelquinctl({"goto", mount.Address(), "5h", "-80", "--progress", "none"});
+  EXPECT_EQ(result.exitCode, 1);
+  ASSERT_THAT(result.ErrorLines(), SizeIs(1));
+  EXPECT_THAT(result.error, StartsWith("velquinctl: the goto was refused: "));
+  EXPECT_THAT(result.error, HasSubstr("; the mount is slewing: the mount may still be moving"));
 }
 
 TEST(VelquinctlSlowMount, AGotoThatTakesTooLongIsStopped) {
@@ -187,6 +198,22 @@ TEST(VelquinctlDeafMount, ASyncThatChangesNothingIsReported) {
       RunVelquinctl({"sync", controller.Address(), "6h", "10", "--yes", "--timeout", "2"});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_THAT(result.error, HasSubstr("06h00m00.00s +22d30m00.0s, 12.50° away"));
+}
+
+TEST(VelquinctlDeafMount, ARefusedSmallSyncIsReported) {
+  simulator::ScriptedController controller;
+  controller.LooksLikeAMount();
+  controller.Status("61055.5,1,0,0,0,45.0,270,30,6.0,22.5,4");
+  controller.Answers("$ALIGN=", "$ALIGN=ERROR");
+  const auto sync = [&](const char* declination) {
+    return RunVelquinctl({"sync", controller.Address(), "6h", declination, "--timeout", "2"});
+  };
+  const ProgramResult refused = sync("22.51");  // 36 seconds of arc
+  EXPECT_EQ(refused.exitCode, 1) << refused.out;
+  EXPECT_THAT(refused.error, HasSubstr("the mount did not accept the sync"));
+  const ProgramResult there = sync("22.5");
+  EXPECT_EQ(there.exitCode, 1) << there.out;
+  EXPECT_THAT(there.error, HasSubstr("whether it took the sync cannot be told"));
 }
 
 TEST_F(VelquinctlTest, ASyncFarAwayWantsAYes) {

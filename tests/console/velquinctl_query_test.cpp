@@ -141,6 +141,14 @@ TEST_F(VelquinctlTest, MonitorForProgramsIsAnObjectARow) {
   }
 }
 
+TEST_F(VelquinctlTest, MonitorTellsHowLongThePositionHasBeenTheSame) {
+  mount.PointAt(6.0, 20.0);
+  const ProgramResult result =
+      RunVelquinctl({"monitor", Address(), "--for", "2.5", "--interval", "0.5"});
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_THAT(result.OutLines().back(), HasSubstr("ready, position unchanged for 2 s"));
+}
+
 TEST_F(VelquinctlTest, MonitorMeasuresTheSpeed) {
   mount.PointAt(6.0, 0.0);
   VelquinctlRun run({"monitor", Address(), "--for", "2", "--interval", "0.5", "--json"});

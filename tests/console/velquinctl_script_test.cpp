@@ -76,7 +76,7 @@ TEST_F(VelquinctlScript, AFailingLineEndsTheRun) {
       RunScript("goto " + Address() + " 6h 20\ngoto " + Address() + " 5h -80\nhome " + Address());
   EXPECT_EQ(result.exitCode, 1);
   ASSERT_THAT(result.ErrorLines(), SizeIs(1));
-  EXPECT_THAT(result.error, StartsWith(File() + ":2: the mount did not move"));
+  EXPECT_THAT(result.error, StartsWith(File() + ":2: the goto was refused"));
   EXPECT_NEAR(mount.DecDegrees(), 20.0, 1e-4);
   EXPECT_FALSE(mount.Saw("$MTTGT=1,270.000000,0.000000,Home"));
 }

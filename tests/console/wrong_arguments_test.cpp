@@ -196,6 +196,10 @@ TEST(WrongArguments, WhatIsNoNumberIsRefused) {
   }
 }
 
+TEST(WrongArguments, ASlewThatIsOverBeforeTheDriverSendsItIsRefused) {
+  ExpectRefused({"slew", "m", "north", "--for", "0.05"}, {"--for must be at least 0.2 seconds"});
+}
+
 TEST(WrongArguments, ANumberOutOfItsRangeIsRefused) {
   const std::vector<std::pair<std::string, Words>> ranges = {
       {"--timeout", {"0", "-1", "604801"}}, {"--interval", {"0", "0.09", "3600.1", "-1"}},
