@@ -49,9 +49,8 @@ TEST(GotoWatch, PassingTheTargetIsNoArrival) {
 
 TEST(GotoWatch, ASlewThroughAWideToleranceIsNoArrivalBeforeItRests) {
   GotoWatch watch({40, 20}, 10.0);
-  const Ending end = Watch(watch, [](double s) {
-    return SkyPosition{std::min(35 + 0.5 * s, 40.0), 20};
-  });
+  const Ending end =
+      Watch(watch, [](double s) { return SkyPosition{std::min(35 + 0.5 * s, 40.0), 20}; });
   EXPECT_EQ(end.verdict, Verdict::kArrived);
   EXPECT_GT(end.seconds, 10.0);
   GotoWatch creeping({40, 20}, 10.0);

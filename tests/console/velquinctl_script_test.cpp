@@ -112,11 +112,12 @@ TEST_F(VelquinctlScript, OptionsOfTheRunHoldForItsLines) {
 }
 
 TEST_F(VelquinctlScript, MayBeInUtf16) {
+  // From the pole, where the mount is at first, only the south is left to go.
   std::string content = "\xFF\xFE";
-  for (const char c : "pulse " + Address() + " --north 50\r\n") content += {c, '\0'};
+  for (const char c : "pulse " + Address() + " --south 50\r\n") content += {c, '\0'};
   const ProgramResult result = RunScript(content);
   EXPECT_EQ(result.exitCode, 0) << result.error;
-  EXPECT_THAT(result.FirstLine(), testing::Eq("> pulse " + Address() + " --north 50"));
+  EXPECT_THAT(result.FirstLine(), testing::Eq("> pulse " + Address() + " --south 50"));
 }
 
 TEST_F(VelquinctlScript, AnEmptyScriptIsDone) {
