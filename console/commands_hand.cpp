@@ -182,7 +182,7 @@ void PerformSlew(const CommandContext& context, const SlewAction& action) {
     session.Exports().Slew(nullptr, action.direction, 0, action.speed);
     // The release itself sends nothing; a move without direction ends the last one at once.
     session.Exports().Slew(nullptr, 0, 1, action.speed);
-    if (!context.sessions.End(EndProbe::kSkip).Acknowledged(MountCommand::kHandMove)) {
+    if (!context.sessions.End(EndProbe::kAsk).Acknowledged(MountCommand::kHandMove)) {
       throw Failure(ExitCode::kMountFailed,
                     "the controller did not acknowledge every part of the move");
     }
@@ -209,7 +209,7 @@ void PerformPulse(const CommandContext& context, const PulseAction& action) {
   session.Exports().SlewPulseDuration(nullptr, ms[0], ms[1], ms[2], ms[3], action.rateRa,
                                       action.rateDec);
   SleepThroughPulses(context, action);
-  const SessionOutcome outcome = context.sessions.End(EndProbe::kSkip);
+  const SessionOutcome outcome = context.sessions.End(EndProbe::kAsk);
   motion.Settle();
   ExpectAcknowledged(context, outcome, MountCommand::kPulse, "every pulse", limit);
   const MoveEnd end = WaitForRest(context, limit);

@@ -191,7 +191,7 @@ void PerformPark(const CommandContext& context) {
 void PerformUnpark(const CommandContext& context) {
   const TimeLimit limit = context.Limit(kUnparkTimeoutSeconds);
   context.Connect().Exports().UnPark(nullptr);
-  const SessionOutcome outcome = context.sessions.End(EndProbe::kSkip);
+  const SessionOutcome outcome = context.sessions.End(EndProbe::kAsk);
   ExpectAcknowledged(context, outcome, MountCommand::kUnpark, "unpark", limit);
   const FreshLook look =
       LookAnew(context, limit, [](double, const MountState& state) { return state.ready; });

@@ -207,7 +207,7 @@ void PerformSync(const CommandContext& context, const SyncAction& action) {
   ExpectSyncIsMeant(context, action, before);
   const double target[2] = {action.target.raDegrees, action.target.decDegrees};
   session.Exports().Sync(nullptr, target);
-  const SessionOutcome outcome = context.sessions.End(EndProbe::kSkip);
+  const SessionOutcome outcome = context.sessions.End(EndProbe::kAsk);
   ExpectAcknowledged(context, outcome, MountCommand::kSync, "the sync", limit);
   const MountState after = ExpectSyncTaken(context, action, before.position, limit);
   const double offset = SkyDistanceDegrees(before.position, action.target);
