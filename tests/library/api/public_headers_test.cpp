@@ -35,8 +35,7 @@ class PublicHeaders
     : public testing::TestWithParam<std::tuple<Compiler, const char*, const char*>> {
  protected:
   std::string HeaderText(const std::string& header) {
-    const std::string folderOfHeader = header == "telescope_api.h" ? "/api/" : "/util/";
-    return ReadWholeFile(VELQUIN_SOURCE_FOLDER + folderOfHeader + header).value();
+    return ReadWholeFile(VELQUIN_SOURCE_FOLDER "/include/" + header).value();
   }
 
   /// @return what the compiler of this test says of a source in a folder of its own.
