@@ -34,8 +34,8 @@ MICROSOFT = ["--target=x86_64-pc-windows-msvc", "-ffreestanding", "-nostdlibinc"
 # Sources (or folders of them) that CMake's builds above know nothing of, because a test builds them
 # in its own way. For each the database and what matters of the flags that the test gives it.
 BUILT_ELSEWHERE = {
-    "examples/c": ("windows", ["-std=c11", "-Iapi", "-Iutil"]),
-    "examples/cpp": ("windows", ["-std=c++17", "-Iapi", "-Iutil"]),
+    "examples/c": ("windows", ["-std=c11", "-Iinclude"]),
+    "examples/cpp": ("windows", ["-std=c++17", "-Iinclude"]),
     "tests/library/dll/string_sep_host": (
         "microsoft",
         ["-std=c++20", "-fno-exceptions", "-fno-rtti", "-fno-threadsafe-statics", "-I."],
@@ -44,7 +44,7 @@ BUILT_ELSEWHERE = {
         "native",
         ["-std=c++20", "-DFUZZ_TARGET=FuzzStatus", "-I."],
     ),
-    "tests/package/microsoft_host": ("microsoft", ["-std=c11", "-Iapi", "-Iutil"]),
+    "tests/package/microsoft_host": ("microsoft", ["-std=c11", "-Iinclude"]),
 }
 
 

@@ -69,6 +69,7 @@ enum class Operation {
   kMeridian,
 };
 constexpr int kOperations = 14;
+constexpr std::chrono::seconds kOneSecond(1);
 
 /// What the simulated mount itself says.
 struct Truth {
@@ -177,7 +178,7 @@ class Cell {
         break;
       case Operation::kStop: {
         tickets_.push_back(mount_.Goto(target_));
-        Eventually([&] { return controller_.Commands("$MTTGT=3,").size() > 1; }, 1s);
+        Eventually([&] { return controller_.Commands("$MTTGT=3,").size() > 1; }, kOneSecond);
         const auto asked = std::chrono::steady_clock::now();
         const size_t before = controller_.Commands("$MTSTP=1").size();
         tickets_.push_back(mount_.Stop());
@@ -330,7 +331,7 @@ class Cell {
       last = clock.timeMs;
     }
     // One exchange of half a second at most goes before a stop; the rest is this busy machine.
-    if (stopTook_ > 1s) broken_.push_back("a stop came late");
+    if (stopTook_ > kOneSecond) broken_.push_back("a stop came late");
   }
 
   const Kind kind_;

@@ -98,6 +98,12 @@ class TelescopeProbe {
   CVQCtrlW& Device() { return telescope.device; }
   void ApplyMeridianOverrides() { telescope.ApplyMeridianOverrides(); }
 
+  /// Connects as a Start does, but begins no worker.
+  int Connect() {
+    const CSingleLock guard(telescope.sessionLock);
+    return telescope.OnStart();
+  }
+
   /// Waits for the end of a Start, Check or End of another thread.
   std::string Address() {
     const CSingleLock guard(telescope.sessionLock);

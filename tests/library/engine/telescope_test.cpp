@@ -101,7 +101,7 @@ TEST_F(Telescope, ForgetsTheSessionAndWhatItsPollsSaidWhenReset) {
   // Without a worker, whose next poll would say it all again.
   controller.Status("60000.5,2,0,0,0,45.0,10,20,6.0,22.5,4");
   ASSERT_EQ(telescope.Check(nullptr, controller.Address().c_str(), nullptr, 0, nullptr), 1);
-  ASSERT_EQ(telescope.OnStart(), 1);
+  ASSERT_EQ(probe.Connect(), 1);
   telescope.OnPoll();
   ASSERT_EQ(telescope.GetSlewing(), 1);
   ASSERT_EQ(telescope.GetParking(), 1);
