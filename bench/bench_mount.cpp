@@ -119,9 +119,11 @@ void PulseRest() {
 
 void SnapshotRead() {
   const Mount mount;
+  constexpr int kRuns = 25;
   std::vector<double> runs;
+  runs.reserve(kRuns);
   uint64_t sum = 0;
-  for (int i = 0; i < 25; ++i) {
+  for (int i = 0; i < kRuns; ++i) {
     runs.push_back(NanosecondsPerCall(100'000, [&] { sum += mount.State().sequence; }));
   }
   const double median = Median(runs);
@@ -185,6 +187,7 @@ void HundredMounts() {
     if (!before.contains(thread)) added.insert(thread);
   }
   std::vector<uint64_t> exchanges;
+  exchanges.reserve(mounts.size());
   for (const auto& mount : mounts) exchanges.push_back(mount->State().link.exchanges);
   const double ranBefore = RunSeconds(added);
   std::this_thread::sleep_for(kTime);  // the time that is measured

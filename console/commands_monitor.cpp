@@ -39,7 +39,7 @@ std::string LocalTimeText() {
 
 /// @return the state; never only "ready" for a mount that slews.
 std::string StateText(const Row& row) {
-  const std::string text = ReadyText(row.state);
+  std::string text = ReadyText(row.state);
   if (!row.degreesPerSecond) return text + ", speed not known yet";
   if (*row.degreesPerSecond >= kSlewDegreesPerSecond) return text + ", slewing";
   // A mount that tracks reports the same position as one whose answers are missing.

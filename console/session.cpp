@@ -128,7 +128,7 @@ Session& SessionHolder::Open(const SessionSettings& settings) {
 
 SessionOutcome SessionHolder::End(EndProbe probe) {
   if (!session_) return SessionOutcome::Unknown();
-  const SessionOutcome outcome = session_->End(probe);
+  SessionOutcome outcome = session_->End(probe);
   Close();
   return outcome;
 }
