@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A folder of the session's own for the driver's time-out journal: nobody else writes there, and
+// A private folder for the driver's time-out journal of one session: nobody else writes there, and
 // nothing of it is left. Owned by a session; one thread.
 #pragma once
 
@@ -10,7 +10,7 @@ namespace velquinctl {
 
 class JournalFolder {
  public:
-  /// What the driver is told to begin the file's name with.
+  /// The driver begins the file's name with this.
   static constexpr const char* kPrefix = "velquinctl";
 
   /// Makes it in the user's folder for temporary files.

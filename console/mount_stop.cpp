@@ -31,7 +31,7 @@ StopReport StopMount(const CommandContext& context, const TimeLimit& limit, bool
     Sleep(kPauseMs);
   };
   StopReport report = StopUntilAcknowledged(attempt, limit, pause);
-  // Each start in vain showed a message; the report says what came of them all.
+  // Each failed start showed a message; the report covers all of them.
   context.messages.Take();
   context.messages.SetAnswering(!context.request.options.showMessages);
   return report;

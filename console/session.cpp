@@ -60,7 +60,7 @@ SessionOutcome Session::End(EndProbe probe) {
   ended_ = true;
   // This call writes the journal before it performs what is queued. Such a half must not be taken
   // for the whole if that cannot be written later, so it goes nowhere: an empty path would be the
-  // current folder; this one is no folder.
+  // current folder; this one does not exist.
   driver_.SetLogPath(nullptr, "?\\");
   driver_.End(nullptr);
   const JournalFolder folder;

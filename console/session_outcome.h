@@ -56,7 +56,7 @@ class SessionOutcome {
   bool Acknowledged(MountCommand command) const { return known_ && !missed_.contains(command); }
   /// @return whether every status query was answered in time, so that no reading was an old one.
   bool ReadingsComplete() const { return readingsComplete_; }
-  /// @return false when nothing is known for want of evidence, whatever the controller did.
+  /// @return false when the journal is missing or unreadable, so that nothing is known.
   bool Evident() const { return evident_; }
 
  private:

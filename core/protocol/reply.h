@@ -15,7 +15,7 @@ inline CString ReplyValue(const CString& reply) {
   return reply.Mid(kReplyPrefixLength);
 }
 
-/// @return true when the reply begins with the prefix, whatever the case of its letters.
+/// @return true when the reply begins with the prefix, in any case of its letters.
 inline bool HasReplyPrefix(const CString& reply, const char* prefix) {
   return reply.Left(kReplyPrefixLength).CompareNoCase(prefix) == 0;
 }

@@ -25,7 +25,8 @@ UNBUILT, SURVIVED = "does not compile", "SURVIVED"
 ABOUT_THREADS = re.compile(r"Lock\b|lock_guard|unique_lock|std::atomic|memory_order")
 ABOUT_MEMORY = re.compile(r"free\(|alloc\(|\bdelete\b|\bnew\b|\.reset\(|\bmem(move|cpy|chr)\b")
 # What runs under the thread sanitizer: see scripts/test.
-THREADED_PROGRAMS = ("engine_tests", "framework_tests", "log_tests", "net_tests", "platform_tests",
+THREADED_PROGRAMS = ("engine_tests", "framework_tests", "log_tests", "mount_tests",
+                     "net_tests", "platform_tests",
                      "simulator_tests")
 
 

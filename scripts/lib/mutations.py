@@ -4,7 +4,7 @@ import re
 from dataclasses import dataclass
 from pathlib import Path
 
-FOLDERS = ("console", "core", "framework", "library", "platform", "simulator")
+FOLDERS = ("console", "core", "framework", "gateways", "library", "platform", "simulator")
 SUFFIXES = (".cpp", ".h")
 # Three levels of parentheses are more than any line here has inside a condition.
 PAREN = r"[^()]*"
